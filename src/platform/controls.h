@@ -1,0 +1,221 @@
+#pragma once
+// Controls as models: what a text box, an option or a list shows and what a user's action on it runs, without
+// a screen. The window binds a widget to each; a station without a window runs the same code.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/colour.h"
+
+namespace veltrix {
+
+enum class ControlKind { Form, Text, Label, Check, Button, List, Combo, Tabs, Marker };
+
+/// The lower-case name of a kind, such as "text".
+std::string_view KindName(ControlKind kind);
+
+enum class MouseButton { Left, Right };
+enum class MouseAction { Down, Move, Up, Drop };
+
+/// One action of the mouse, in the control's own coordinates.
+struct MouseEvent {
+    MouseAction action = MouseAction::Down;
+    MouseButton button = MouseButton::Left;
+    double x = 0;
+    double y = 0;
+};
+
+/// What all controls have. A control belongs to its form and is known by its name; it never moves in memory.
+/// Writing a property through its setter tells the bound widget, and only when the value changed.
+class Control {
+  public:
+    Control(std::string name, ControlKind kind) : name_(std::move(name)), kind_(kind) {}
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    const std::string& Name() const { return name_; }
+    ControlKind Kind() const { return kind_; }
+
+    ColourValue ForeColor() const { return foreColor_; }
+    void SetForeColor(ColourValue colour) { Set(foreColor_, colour); }
+    ColourValue BackColor() const { return backColor_; }
+    void SetBackColor(ColourValue colour) { Set(backColor_, colour); }
+    bool Visible() const { return visible_; }
+    void SetVisible(bool visible) { Set(visible_, visible); }
+    const std::string& ToolTipText() const { return toolTip_; }
+    void SetToolTipText(std::string text) { Set(toolTip_, std::move(text)); }
+    const std::string& Caption() const { return caption_; }
+    void SetCaption(std::string text) { Set(caption_, std::move(text)); }
+    double Left() const { return left_; }
+    void SetLeft(double left) { Set(left_, left); }
+    double Top() const { return top_; }
+    void SetTop(double top) { Set(top_, top); }
+
+    /// What the control shows, a line each: see the kinds below.
+    virtual std::vector<std::string> Lines() const { return {caption_}; }
+
+    /// A user's entry: types the whole text, ticks with 0 or 1, chooses an entry or a tab, and runs the
+    /// handler. False when the control takes no entry, or not this one; nothing has changed then.
+    virtual bool Enter(std::string_view) { return false; }
+
+    /// A user's click with a mouse button. False when the control does nothing on it.
+    virtual bool ClickBy(MouseButton button);
+
+    /// Any mouse action of a user. False when the control does not follow the mouse.
+    bool Mouse(const MouseEvent& event);
+
+    std::function<void(MouseButton)> OnClick;        ///< set by the form
+    std::function<void(const MouseEvent&)> OnMouse;  ///< set by the form
+    std::function<void()> OnShow;                    ///< set by the widget: something shown has changed
+
+  protected:
+    template <class T>
+    void Set(T& property, T value) {
+        if (property == value) return;
+        property = std::move(value);
+        Changed();
+    }
+    void Changed() const {
+        if (OnShow) OnShow();
+    }
+
+  private:
+    std::string name_;
+    ControlKind kind_;
+    std::string caption_;
+    std::string toolTip_;
+    ColourValue foreColor_ = White;
+    ColourValue backColor_ = Black;
+    bool visible_ = true;
+    double left_ = 0;
+    double top_ = 0;
+};
+
+/// A box of text that the user edits or only reads.
+class TextBox final : public Control {
+  public:
+    explicit TextBox(std::string name) : Control(std::move(name), ControlKind::Text) {}
+    const std::string& Text() const { return text_; }
+    void SetText(std::string text) { Set(text_, std::move(text)); }
+    std::vector<std::string> Lines() const override { return {text_}; }
+    bool Enter(std::string_view text) override;
+
+    std::function<void()> OnEntry;  ///< the key-up or change handler, set by the form
+
+  private:
+    std::string text_;
+};
+
+/// A label: its caption is what it shows.
+class Label final : public Control {
+  public:
+    explicit Label(std::string name) : Control(std::move(name), ControlKind::Label) {}
+};
+
+/// A check box or option: off is 0, on is 1.
+class CheckBox final : public Control {
+  public:
+    explicit CheckBox(std::string name) : Control(std::move(name), ControlKind::Check) {}
+    std::int32_t Value() const { return value_; }
+    bool Checked() const { return value_ >= 1; }
+    void SetValue(std::int32_t value) { Set(value_, value); }
+    std::vector<std::string> Lines() const override { return {std::to_string(value_)}; }
+    bool Enter(std::string_view text) override;
+    /// Flips the value and runs the handler.
+    bool ClickBy(MouseButton button) override;
+
+  private:
+    std::int32_t value_ = 0;
+};
+
+/// A push button or menu entry: its caption is what it shows.
+class Button final : public Control {
+  public:
+    explicit Button(std::string name) : Control(std::move(name), ControlKind::Button) {}
+};
+
+/// A list of entries, one of which can be chosen; as a combo box it drops down.
+class ListBox final : public Control {
+  public:
+    ListBox(std::string name, ControlKind kind) : Control(std::move(name), kind) {}
+    const std::vector<std::string>& Entries() const { return entries_; }
+    /// Replaces all entries; none is chosen afterwards.
+    void SetEntries(std::vector<std::string> entries);
+    void Add(std::string entry);
+    void Clear() { SetEntries({}); }
+    /// Index of the chosen entry, -1 when there is none.
+    int ListIndex() const { return listIndex_; }
+    /// Chooses an entry without running the handler. REQUIRES -1 <= index < number of entries.
+    void SetListIndex(int index) { Set(listIndex_, index); }
+    std::vector<std::string> Lines() const override { return entries_; }
+    bool Enter(std::string_view entry) override;
+
+  private:
+    std::vector<std::string> entries_;
+    int listIndex_ = -1;
+};
+
+/// A strip of tabs, one of which is open; a tab is named by its caption.
+class TabStrip final : public Control {
+  public:
+    TabStrip(std::string name, std::vector<std::string> tabs)
+        : Control(std::move(name), ControlKind::Tabs), tabs_(std::move(tabs)) {}
+    const std::vector<std::string>& Tabs() const { return tabs_; }
+    /// Number of the open tab, from 0.
+    int Tab() const { return tab_; }
+    /// Opens a tab without running the handler. REQUIRES a number of an existing tab.
+    void SetTab(int tab) { Set(tab_, tab); }
+    std::vector<std::string> Lines() const override { return {tabs_.at(static_cast<std::size_t>(tab_))}; }
+    bool Enter(std::string_view caption) override;
+
+  private:
+    std::vector<std::string> tabs_;
+    int tab_ = 0;
+};
+
+/// A small mark that lies on a surface.
+class Marker final : public Control {
+  public:
+    explicit Marker(std::string name) : Control(std::move(name), ControlKind::Marker) {}
+    /// One line: left, top, background and visibility, with blanks between.
+    std::vector<std::string> Lines() const override;
+};
+
+/// The form itself: its caption is the window's title.
+class FormControl final : public Control {
+  public:
+    explicit FormControl(std::string name) : Control(std::move(name), ControlKind::Form) {}
+};
+
+/// All controls of a form by name, names compared without regard to case, kept in the order they were made.
+class ControlSet {
+  public:
+    /// Makes a control that lives as long as the set. REQUIRES a name not yet used.
+    template <class T, class... Args>
+    T& Make(std::string name, Args&&... args) {
+        auto control = std::make_unique<T>(std::move(name), std::forward<Args>(args)...);
+        T& made = *control;
+        Keep(std::move(control));
+        return made;
+    }
+    /// The control of that name, or null.
+    Control* Find(std::string_view name) const;
+    const std::vector<std::unique_ptr<Control>>& All() const { return all_; }
+
+  private:
+    void Keep(std::unique_ptr<Control> control);
+
+    std::vector<std::unique_ptr<Control>> all_;
+    std::map<std::string, Control*, std::less<>> byName_;
+};
+
+/// The name of element `index` of an array of controls: `Picture7(12)`.
+std::string ElementName(std::string_view array, int index);
+
+}  // namespace veltrix

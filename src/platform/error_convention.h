@@ -1,0 +1,112 @@
+#pragma once
+// The error convention: a procedure is a row of steps, and what happens when a step fails is a handler's
+// decision.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "common/failure.h"
+
+namespace veltrix {
+
+/// The context that a procedure under the convention sets on entry; an error report names it.
+struct ErrorContext {
+    std::string ErrProcedure;     ///< name of the running procedure
+    std::string ErrStage;         ///< "Init" on entry; a procedure may change it at its steps
+    std::int32_t ErrButtons = 2;  ///< 2 is abort, retry, ignore; 64 is information: log only
+};
+
+/// Writes failures to the error log and asks the user, and keeps the log of notes. One object for the whole
+/// program, handed to every room that reports.
+class ErrorReporter {
+  public:
+    virtual ~ErrorReporter() = default;
+
+    ErrorContext& Context() { return context_; }
+
+    /// Reports `failure` under the present context and returns the user's reply number.
+    virtual int ReportRuntimeError(const Failure& failure) = 0;
+
+    /// Writes one line to the note log of the weekday, unless it equals the note before. Never fails.
+    virtual void LogNote(std::string_view text) = 0;
+
+    /// Ends the program at once, at the user's wish; does not return.
+    virtual void EndProgram() = 0;
+
+    /// Hooks on entering and leaving a procedure. They do nothing: they run for each detection.
+    void EnterProcedure(const ErrorContext&) {}
+    void LeaveProcedure(std::string_view) {}
+
+  private:
+    ErrorContext context_;
+};
+
+/// What to do about a failed step.
+enum class AfterFailure { RunAgain, NextStep, LeaveProcedure };
+
+/// Decides about failed steps.
+class FailureHandler {
+  public:
+    virtual ~FailureHandler() = default;
+    virtual AfterFailure OnFailure(const Failure& failure) = 0;
+};
+
+/// Passes over every failed step.
+class SkipFailures final : public FailureHandler {
+  public:
+    AfterFailure OnFailure(const Failure&) override { return AfterFailure::NextStep; }
+};
+
+/// Reports every failed step and acts on the user's reply: cancel and abort end the program, retry runs the
+/// step again, ignore goes on with the next one, anything else leaves the procedure.
+class ReportFailures final : public FailureHandler {
+  public:
+    explicit ReportFailures(ErrorReporter& errors) : errors_(errors) {}
+    AfterFailure OnFailure(const Failure& failure) override;
+
+  private:
+    ErrorReporter& errors_;
+};
+
+/// Runs one step until it succeeds or is given up. False when the procedure is to be left.
+template <class Step>
+bool RunStep(FailureHandler& handler, Step&& step) {
+    for (;;) {
+        AfterFailure next = AfterFailure::LeaveProcedure;
+        try {
+            step();
+            return true;
+        } catch (const Failure& failure) {
+            next = handler.OnFailure(failure);
+        }
+        if (next != AfterFailure::RunAgain) return next == AfterFailure::NextStep;
+    }
+}
+
+/// Runs the steps in their order. False when the procedure was left before its end.
+template <class... Steps>
+bool RunSteps(FailureHandler& handler, Steps&&... steps) {
+    return (RunStep(handler, steps) && ...);
+}
+
+/// Runs the steps in their order, passing over those that fail.
+template <class... Steps>
+void SkippingErrors(Steps&&... steps) {
+    SkipFailures handler;
+    RunSteps(handler, steps...);
+}
+
+/// Runs the steps as the procedure `name` under the full convention: context, hooks, report and reply. False
+/// when the procedure was left before its end.
+template <class... Steps>
+bool UnderErrorConvention(ErrorReporter& errors, std::string_view name, Steps&&... steps) {
+    errors.Context() = {std::string(name), "Init", 2};
+    errors.EnterProcedure(errors.Context());
+    ReportFailures handler(errors);
+    if (!RunSteps(handler, steps...)) return false;
+    errors.LeaveProcedure(name);
+    return true;
+}
+
+}  // namespace veltrix

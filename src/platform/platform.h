@@ -1,0 +1,23 @@
+#pragma once
+// All that a station needs of its computer, chosen by the program that builds the station.
+
+#include "platform/clock.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "platform/processes.h"
+#include "platform/settings_store.h"
+
+namespace veltrix {
+
+/// References to the services of one computer. REQUIRES that they outlive the station.
+struct Platform {
+    Clock& clock;
+    EventLoop& loop;
+    Files& files;
+    Processes& processes;
+    SettingsStore& store;
+    MessageBox& messageBox;
+};
+
+}  // namespace veltrix

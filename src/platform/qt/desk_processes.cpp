@@ -1,0 +1,102 @@
+#include "platform/qt/desk_processes.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QProcess>
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "common/failure.h"
+#include "platform/qt/find_name.h"
+
+namespace veltrix {
+
+namespace {
+
+bool EndsIn(std::string_view name, std::string_view ending) {
+    return name.size() > ending.size() && SameButCase(name.substr(name.size() - ending.size()), ending);
+}
+
+bool IsScript(std::string_view name) {
+    return EndsIn(name, ".bat") || EndsIn(name, ".cmd");
+}
+
+bool IsFile(const std::string& path) {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool CanRun(const std::string& path) {
+    return ::access(path.c_str(), IsScript(path) ? R_OK : X_OK) == 0;
+}
+
+/// The forms in which a program may be installed, the given one first.
+std::vector<std::string> FormsOf(std::string_view program) {
+    std::vector<std::string> forms{std::string(program)};
+    if (EndsIn(program, ".exe")) forms.emplace_back(program.substr(0, program.size() - 4));
+    return forms;
+}
+
+std::vector<std::string> SearchPath() {
+    const char* const variable = std::getenv("PATH");
+    std::string_view rest = variable ? variable : "/usr/local/bin:/usr/bin:/bin";
+    std::vector<std::string> folders;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        if (end > 0) folders.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return folders;
+}
+
+/// Every place where the program may lie, in the order of the search.
+std::vector<std::string> PlacesOf(std::string_view program, const std::string& directory,
+                                  const std::string& ownFolder) {
+    std::vector<std::string> places;
+    const std::vector<std::string> forms = FormsOf(program);
+    for (const std::string& form : forms) places.push_back(FindName(directory, form));
+    if (program.find_first_of("\\/") != std::string_view::npos) return places;
+    for (const std::string& form : forms) places.push_back(FindName(ownFolder, form));
+    for (const std::string& folder : SearchPath())
+        for (const std::string& form : forms)
+            places.push_back((std::filesystem::path(folder) / form).string());
+    return places;
+}
+
+QString Text(const std::string& text) {
+    // Arguments pass through the local 8-bit form, as names of files do.
+    return QString::fromLocal8Bit(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+long long DeskProcesses::Start(std::string_view program, const std::vector<std::string>& arguments,
+                               WindowStyle) {
+    std::vector<std::string> places = PlacesOf(program, workingDirectory_, ownFolder_);
+    std::erase_if(places, [](const std::string& place) { return !IsFile(place); });
+    const std::string name(program);
+    if (program.empty() || places.empty())
+        throw Failure(errors::FileNotFound, "File not found: " + name, "DeskProcesses");
+
+    const auto found = std::ranges::find_if(places, CanRun);
+    const Failure denied(errors::PermissionDenied, "Permission denied: " + name, "DeskProcesses");
+    if (found == places.end()) throw denied;
+
+    QStringList list;
+    if (IsScript(*found)) list.append(Text(*found));
+    for (const std::string& argument : arguments) list.append(Text(argument));
+    QProcess process;
+    process.setProgram(IsScript(*found) ? QStringLiteral("/bin/sh") : Text(*found));
+    process.setArguments(list);
+    process.setWorkingDirectory(Text(workingDirectory_));
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    qint64 number = 0;
+    if (!process.startDetached(&number)) throw denied;
+    return number;
+}
+
+}  // namespace veltrix
