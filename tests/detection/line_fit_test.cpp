@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "common/failure.h"
+#include "detection/class_lkk.h"
+#include "detection/filters.h"
+
+namespace veltrix {
+namespace {
+
+using Points = std::vector<std::pair<double, double>>;
+
+ClassLKK Fitted(const Points& points) {
+    ClassLKK fit;
+    fit.Init(99);
+    for (const auto& [x, y] : points) fit.Update(x, y);
+    return fit;
+}
+
+TEST(ClassLKK, FitsLinesOfEveryKind) {
+    const struct {
+        Points points;
+        double a, b;
+    } cases[] = {
+        {{{1, 2}, {2, 4}, {3, 6}}, 2, 0},    // steep: fitted with x as the dependent variable
+        {{{2, 1}, {4, 2}, {6, 3}}, 0.5, 0},  // flat
+        {{{0, 3}, {1, 5}, {2, 7}}, 2, 3},    // with an intercept
+        {{{1, 0}, {2, 0}, {5, 0}}, 0, 0},    // on the x axis
+        {{{0, 1}, {0, 2}, {0, 5}}, 1e9, 0},  // on the y axis
+        {{{3, 4}, {3, 4}}, 1e9, 0},          // equal points
+        {{{4, 2}}, 0.5, 0},                  // one point
+        {{{0, 2}}, 0, 0},                    // one point at x = 0
+    };
+    for (const auto& c : cases) {
+        const ClassLKK::Line line = Fitted(c.points).GetABYX();
+        EXPECT_DOUBLE_EQ(line.a, c.a);
+        EXPECT_NEAR(line.b, c.b, 1e-12);
+    }
+}
+
+TEST(ClassLKK, ErrorsMeasureTheDistanceFromTheLine) {
+    // Vertical residuals 0, 1 and 2; perpendicular ones smaller by the cosine of the slope.
+    const ClassLKK off = Fitted({{1, 1}, {2, 3}, {3, 1}});
+    EXPECT_NEAR(off.GetFitError({1, 0}), std::sqrt(5.0), 1e-12);
+    EXPECT_NEAR(off.GetFitError2({1, 0}), 100 * 2 / std::sqrt(2.0) / std::sqrt(13.0), 1e-9);
+    for (const Points& points : {Points{}, Points{{3, 3}}, Points{{0, 0}, {0, 0}, {0, 0}}})
+        EXPECT_THROW((void)Fitted(points).GetFitError2({1, 0}), Failure) << "nothing to measure";
+}
+
+TEST(ClassLowPassFilter, TheFirstValueOnlyArmsIt) {
+    ClassLowPassFilter filter;
+    filter.Init(20, 5);
+    EXPECT_EQ(filter.Update(100), 5);
+    EXPECT_EQ(filter.Update(100), 9.75);
+    filter.Init(1, 0);
+    EXPECT_EQ(filter.Update(100), 5) << "the divisor stayed 20";
+}
+
+}  // namespace
+}  // namespace veltrix
