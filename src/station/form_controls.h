@@ -1,0 +1,39 @@
+#pragma once
+// All controls of the main form, by name.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/controls.h"
+
+namespace veltrix {
+
+/// Makes the form's controls from one table and finds them by name. Owned by the form; what works on a
+/// control takes its reference once.
+class FormControls {
+  public:
+    FormControls();
+
+    ControlSet& All() { return set_; }
+
+    FormControl& Form() { return form_; }
+    /// The control of that name. REQUIRES that the form has it and that it is of the kind asked for.
+    TextBox& Text(std::string_view name) { return Get<TextBox>(name); }
+    Label& Caption(std::string_view name) { return Get<Label>(name); }
+    CheckBox& Check(std::string_view name) { return Get<CheckBox>(name); }
+    ListBox& List(std::string_view name) { return Get<ListBox>(name); }
+    TabStrip& Tabs(std::string_view name) { return Get<TabStrip>(name); }
+
+  private:
+    template <class T>
+    T& Get(std::string_view name) {
+        return dynamic_cast<T&>(Require(name));
+    }
+    Control& Require(std::string_view name) const;
+
+    ControlSet set_;
+    FormControl& form_;
+};
+
+}  // namespace veltrix

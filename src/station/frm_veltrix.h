@@ -1,0 +1,79 @@
+#pragma once
+// FrmVeltrix: the main form. It owns every part of a station and runs its start, its timers and its end.
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "detection/noise_control.h"
+#include "detection/strike_log.h"
+#include "output/error_log.h"
+#include "platform/platform.h"
+#include "station/form_controls.h"
+#include "station/position_boxes.h"
+#include "station/pulse_delivery.h"
+#include "station/recorder_start.h"
+#include "station/sample_tick.h"
+#include "station/settings_binding.h"
+#include "timebase/precise_now.h"
+
+namespace veltrix {
+
+/// What a station is told by the program that makes it.
+struct StationOptions {
+    std::string version = "0.0.0";  ///< major, minor and revision
+    RecorderChoice recorder;
+    /// Takes one-line warnings for the user.
+    std::function<void(const std::string&)> warn = [](const std::string&) {};
+};
+
+/// A station. Everything runs on the event loop of its platform. REQUIRES Form_Initialize() and Form_Load(),
+/// in this order, before the loop runs, and Form_Unload() at the end.
+class FrmVeltrix {
+  public:
+    FrmVeltrix(Platform platform, StationOptions options);
+
+    /// Builds the parts, reads the settings into the controls and enables the timers. Failed steps are passed
+    /// over.
+    void Form_Initialize();
+    /// Makes the folders and finds the block file. Failed steps are passed over.
+    void Form_Load();
+    /// Stops the timers. The recorder is left running; nothing is saved, since every change was saved at
+    /// once.
+    void Form_Unload();
+
+    ControlSet& Controls() { return controls_.All(); }
+    DetectionConsumers& Consumers() { return delivery_.consumers; }
+    ErrorReporter& Errors() { return errors_; }
+    /// "V", major, ".", minor, ".", revision.
+    const std::string& Version() const { return errors_.Version(); }
+
+  private:
+    void BindDetection();
+    void BindDisplayLimits();
+    void BindTexts();
+    void BindReplay();
+    void OpenTabs();
+    void Timer3_Timer();
+    void NoiseLogMinute();
+
+    Platform platform_;
+    StationOptions options_;
+    FormControls controls_;
+    ErrorLog errors_;
+    SettingsBinding settings_;
+    std::string ramDrivePath_;  // as it was at load; a new one takes effect at the next start
+    PositionBoxes position_;
+    PreciseNow preciseNow_;
+    NoiseControl noise_;
+    StrikeLog strikeLog_;
+    PulseDelivery delivery_;
+    SampleTick tick_;
+    RecorderStart recorder_;
+    CStopWatchMM housekeepingStopwatch_;
+    std::unique_ptr<Timer> Timer1;
+    std::unique_ptr<Timer> Timer3;
+    std::int16_t iMinute = 0;  // housekeeping ticks, 0 to 59
+};
+
+}  // namespace veltrix
