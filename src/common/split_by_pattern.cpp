@@ -1,21 +1,12 @@
 #include "common/split_by_pattern.h"
 
-#include <algorithm>
 #include <vector>
+
+#include "common/pieces.h"
 
 namespace veltrix {
 
 namespace {
-
-std::vector<std::string_view> LiteralsOf(std::string_view pattern) {
-    std::vector<std::string_view> literals;
-    while (!pattern.empty()) {
-        const std::size_t star = std::min(pattern.find('*'), pattern.size());
-        if (star > 0) literals.push_back(pattern.substr(0, star));
-        pattern.remove_prefix(std::min(star + 1, pattern.size()));
-    }
-    return literals;
-}
 
 /// Positions of the literals, each at its first occurrence behind the one before; empty when one is not
 /// found.
@@ -35,7 +26,7 @@ std::vector<std::size_t> FindInTurn(std::string_view text, const std::vector<std
 
 PatternFields SplitByPattern(std::string_view text, std::string_view pattern) {
     PatternFields fields;
-    const std::vector<std::string_view> literals = LiteralsOf(pattern);
+    const std::vector<std::string_view> literals = PiecesOf(pattern, "*");
     // When the other literals are not found behind the first place of the first one, no later place has them
     // either.
     const std::vector<std::size_t> places = FindInTurn(text, literals);

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "common/failure.h"
+#include "common/pieces.h"
 #include "platform/qt/find_name.h"
 
 namespace veltrix {
@@ -39,16 +40,9 @@ std::vector<std::string> FormsOf(std::string_view program) {
     return forms;
 }
 
-std::vector<std::string> SearchPath() {
+std::vector<std::string_view> SearchPath() {
     const char* const variable = std::getenv("PATH");
-    std::string_view rest = variable ? variable : "/usr/local/bin:/usr/bin:/bin";
-    std::vector<std::string> folders;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(':'), rest.size());
-        if (end > 0) folders.emplace_back(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return folders;
+    return PiecesOf(variable ? variable : "/usr/local/bin:/usr/bin:/bin", ":");
 }
 
 /// Every place where the program may lie, in the order of the search.
@@ -59,7 +53,7 @@ std::vector<std::string> PlacesOf(std::string_view program, const std::string& d
     for (const std::string& form : forms) places.push_back(FindName(directory, form));
     if (program.find_first_of("\\/") != std::string_view::npos) return places;
     for (const std::string& form : forms) places.push_back(FindName(ownFolder, form));
-    for (const std::string& folder : SearchPath())
+    for (const std::string_view folder : SearchPath())
         for (const std::string& form : forms)
             places.push_back((std::filesystem::path(folder) / form).string());
     return places;

@@ -8,13 +8,12 @@
 #include <memory>
 #include <vector>
 
+#include "common/letter_case.h"
+#include "common/pieces.h"
+
 namespace veltrix {
 
 namespace {
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool IsPlain(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -31,13 +30,8 @@ bool Stands(const std::string& path) {
 
 /// The components of a name, those that say "here" left out.
 std::vector<std::string_view> ComponentsOf(std::string_view name) {
-    std::vector<std::string_view> components;
-    while (!name.empty()) {
-        const std::size_t end = std::min(name.find_first_of("\\/"), name.size());
-        const std::string_view component = name.substr(0, end);
-        if (!component.empty() && component != ".") components.push_back(component);
-        name.remove_prefix(std::min(end + 1, name.size()));
-    }
+    std::vector<std::string_view> components = PiecesOf(name, "\\/");
+    std::erase(components, ".");
     return components;
 }
 
@@ -64,7 +58,7 @@ bool Matches(std::string_view name, std::string_view pattern) {
         if (in < pattern.size() && pattern[in] == '*') {
             star = in++;
             taken = at;
-        } else if (in < pattern.size() && Lower(pattern[in]) == Lower(name[at])) {
+        } else if (in < pattern.size() && LowerCase(pattern[in]) == LowerCase(name[at])) {
             ++in;
             ++at;
         } else if (star != std::string_view::npos) {
@@ -82,7 +76,7 @@ bool Matches(std::string_view name, std::string_view pattern) {
 bool SameButCase(std::string_view one, std::string_view other) {
     const bool plain = IsPlain(other);
     if (plain && one.size() != other.size()) return false;
-    if (std::ranges::equal(one, other, {}, Lower, Lower)) return true;
+    if (EqualIgnoringCase(one, other)) return true;
     return !plain && !IsPlain(one) && Folded(one) == Folded(other);
 }
 
@@ -106,12 +100,8 @@ std::string FindName(const std::string& folder, std::string_view name) {
 }
 
 bool MatchesOneOf(std::string_view name, std::string_view patterns) {
-    while (!patterns.empty()) {
-        const std::size_t end = std::min(patterns.find(';'), patterns.size());
-        if (Matches(name, patterns.substr(0, end))) return true;
-        patterns.remove_prefix(std::min(end + 1, patterns.size()));
-    }
-    return false;
+    return std::ranges::any_of(PiecesOf(patterns, ";"),
+                               [name](std::string_view pattern) { return Matches(name, pattern); });
 }
 
 }  // namespace veltrix
