@@ -49,6 +49,7 @@ constexpr ControlDesign Designs[] = {
     {Text, "txtThresholdOffset"},
     {Text, "txtMinAuto"},
     {Text, "txtlThreshold"},
+    {Caption, "lblSigmaNoise", "3 x Sigma + Offset"},
     {Text, "txtSigmaNoise"},
     {Text, "txtQ"},
     {Text, "txtRAMDrive"},
