@@ -11,8 +11,8 @@ using namespace veltrix;
 namespace {
 
 struct CountingDisplays final : StrikeDisplays {
-    void GyrelUpdate(double, double) override {}
-    void UpdateDisplay(DateTime, double, double) override { ++plotted; }
+    void GyrelUpdate(double, double, const AmplitudeLimits&, ColourValue) override {}
+    void UpdateDisplay(DateTime, double, double, const AmplitudeLimits&) override { ++plotted; }
     std::size_t plotted = 0;
 };
 
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CountingDisplays displays;
     const std::string_view text = InputText(data, size);
     files.Put(FormatDate(clock.Now(), "YYYYMMDD") + "N.csv", std::string(text));
-    StrikeLog(files, clock, errors).ReplayTodayLog("", displays);
+    StrikeLog(files, clock, errors).ReplayTodayLog("", {}, displays);
     MustHold(displays.plotted + errors.reports.size() <= text.size());
     return 0;
 }

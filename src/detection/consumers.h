@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <span>
 
+#include "common/colour.h"
 #include "common/detection.h"
+#include "platform/error_convention.h"
 
 namespace veltrix {
 
@@ -34,7 +36,7 @@ class ScopeFeed {
     virtual bool Drawing() const = 0;
     /// `count` frames at once, of which the last ones are given (at least the last 100, or all). The same as
     /// that many calls of ScopeTrigger() and ScopeTriggerXY(). REQUIRES not Drawing(), and all envelopes
-    /// below 32000.
+    /// below 32000. Draws nothing and raises nothing.
     virtual void QuietFrames(std::size_t count, std::span<const double> lastNS,
                              std::span<const double> lastEW) = 0;
     /// Marks the line fit of a finished pulse on the X-Y scope: the two points at `dRadius` from the centre
@@ -47,7 +49,7 @@ class ScopeFeed {
 class DetectionBroadcaster {
   public:
     virtual ~DetectionBroadcaster() = default;
-    /// Puts the detection on the send queue.
+    /// Puts the detection on the send queue and sees to it that the queue is worked off.
     virtual void BroadcastDetection(const Detection& detection) = 0;
     /// Pushes one queued message out; called at the end of every tick.
     virtual void Timer6_Timer() = 0;
@@ -63,21 +65,31 @@ class DriftRecord {
     virtual void Update(double d, double c) = 0;
 };
 
+/// What has become of a pulse at the last connected station.
+struct Located {
+    bool bLocated = false;          ///< paired, and a place found
+    double LatitudeLightning = 0;   ///< of that place, degrees
+    double LongitudeLightning = 0;  ///< degrees
+};
+
 /// Looks for the matching detection of each connected station.
 class StationMatching {
   public:
     virtual ~StationMatching() = default;
-    /// Offers the pulse to the Mapper of each connected station, shows the outcome and offers a located
-    /// strike to the link. The result is that of the last station, false when none
-    /// is connected.
-    virtual bool MapUpdateAll(Pulse& pulse) = 0;
+    /// Offers the pulse to the Mapper of each connected station, shows the outcome and calls UpdateLink. With
+    /// `bRealTime` each station divides the pulse's dStopwatchTime by 10 and takes that as its time, else the
+    /// sample number. `located` is overwritten by one station after the other. A failed step is `failures`'
+    /// decision; false when it says that the tick is to be left.
+    virtual bool MapUpdateAll(Pulse& pulse, bool bRealTime, Located& located, FailureHandler& failures) = 0;
 };
 
 /// Counts located strikes near the place to watch.
 class StrikeAlarm {
   public:
     virtual ~StrikeAlarm() = default;
-    virtual void Update() = 0;
+    /// All in degrees: the place to watch, and the strike's.
+    virtual void Update(double dAlarmLatitude, double dAlarmLongitude, double LatitudeLightning,
+                        double LongitudeLightning) = 0;
 };
 
 /// The calibration table of the local station.
@@ -88,14 +100,20 @@ class LocalCalibration {
     virtual double DestinToSource(double dDestin) = 0;
 };
 
-/// The displays of local detections.
+/// The amplitudes that the displays show, in dB.
+struct AmplitudeLimits {
+    std::int16_t iDisplayAmpMin = -100;
+    std::int16_t iDisplayAmpMax = 0;
+};
+
+/// The displays of detections.
 class StrikeDisplays {
   public:
     virtual ~StrikeDisplays() = default;
-    /// Plots one local bearing and amplitude on the polar display.
-    virtual void GyrelUpdate(double dDir, double dAmp) = 0;
+    /// Plots one bearing and amplitude on the polar display.
+    virtual void GyrelUpdate(double dDir, double dAmp, const AmplitudeLimits& limits, ColourValue color) = 0;
     /// Adds one detection to the history plot.
-    virtual void UpdateDisplay(DateTime date, double dDir, double dAmp) = 0;
+    virtual void UpdateDisplay(DateTime date, double dDir, double dAmp, const AmplitudeLimits& limits) = 0;
 };
 
 }  // namespace veltrix

@@ -171,28 +171,40 @@ bool Detector::ProcessFrame(std::int16_t iLeft, std::int16_t iRight, FailureHand
         lNoiseFrames = (lNoiseFrames + 1) % NoiseInterval;
         if (lNoiseFrames == 0 && !noise_.Update(dEnvelope, failures)) return false;
     }
-    if (scopes_) {
-        scopes_->ScopeTrigger(3 * dEnvelope);
-        if (dEnvelope < ScopeLimit) scopes_->ScopeTriggerXY(dNS, dEW);
-    }
-    if (dEnvelope > noise_.lThreshold && lPulseSamples == 0 && !bInhibit &&
-        !RunStep(failures, [this] { Trigger(); }))
-        return false;
+    if (scopes_ && !FeedScopes(failures)) return false;
+    const bool begins = dEnvelope > noise_.lThreshold && lPulseSamples == 0 && !bInhibit;
+    if (begins && !Trigger(failures)) return false;
     return lPulseSamples < 1 || FollowPulse(failures);
 }
 
-void Detector::Trigger() {
-    if (scopes_) scopes_->Arm();
-    lPulseSamples = 1;
-    ++lTriggerCount;
-    receiver_.OnTrigger();
-    dPeakNS = dNS;
-    dPeakEW = dEW;
-    dPeakEnvelope = dEnvelope;
-    dArea = dEnvelope - noise_.lThreshold;
-    pulse_.dLocalSample = lSampleCounter;
-    pulse_.dStopwatchTime = tickElapsed_();
-    LineFit.Init(WindowFrames);
+bool Detector::FeedScopes(FailureHandler& failures) {
+    return RunSteps(
+        failures, [this] { scopes_->ScopeTrigger(3 * dEnvelope); },
+        [this] {
+            if (dEnvelope < ScopeLimit) scopes_->ScopeTriggerXY(dNS, dEW);
+        });
+}
+
+bool Detector::Trigger(FailureHandler& failures) {
+    return RunSteps(
+        failures,
+        [this] {
+            if (scopes_) scopes_->Arm();
+        },
+        [this] {
+            lPulseSamples = 1;
+            ++lTriggerCount;
+        },
+        [this] { receiver_.OnTrigger(); },
+        [this] {
+            dPeakNS = dNS;
+            dPeakEW = dEW;
+            dPeakEnvelope = dEnvelope;
+            dArea = dEnvelope - noise_.lThreshold;
+            pulse_.dLocalSample = lSampleCounter;
+            pulse_.dStopwatchTime = tickElapsed_();
+            LineFit.Init(WindowFrames);
+        });
 }
 
 bool Detector::FollowPulse(FailureHandler& failures) {
@@ -229,9 +241,7 @@ bool Detector::Evaluate(FailureHandler& failures) {
                },
                [&] { pulse_.dDir = CalcModulo(90 - dSlopeAngle * RadiansToDegrees + dHalf, 360); },
                [&] { pulse_.N = LineFit.N; }, [&] { receiver_.ShowClipping(dPeakEnvelope > ClippingLimit); },
-               [&] {
-                   pulse_.dAmp = dArea <= 0 ? -100 : 20 * Ln(dArea / DecibelReference) / std::log(10.0);
-               }) &&
+               [&] { pulse_.dAmp = dArea <= 0 ? -100 : -DecibelsBelowReference(dArea); }) &&
            receiver_.Deliver(pulse_, failures);
 }
 

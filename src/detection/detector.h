@@ -78,7 +78,8 @@ class Detector {
     void Turn(std::span<const std::int16_t> samples, std::size_t frames);
     void FeedScopesQuiet(std::size_t frames, double unit);
     Frame Shape(std::int16_t iLeft, std::int16_t iRight);
-    void Trigger();
+    bool FeedScopes(FailureHandler& failures);
+    bool Trigger(FailureHandler& failures);
     bool FollowPulse(FailureHandler& failures);
     bool Evaluate(FailureHandler& failures);
 

@@ -33,7 +33,8 @@ void StrikeLog::FileUpdate(const Detection& detection, std::string_view) {
     });
 }
 
-void StrikeLog::ReplayTodayLog(std::string_view folder, StrikeDisplays& displays) {
+void StrikeLog::ReplayTodayLog(std::string_view folder, const AmplitudeLimits& limits,
+                               StrikeDisplays& displays) {
     std::vector<std::string> lines;
     UnderErrorConvention(errors_, "ReplayTodayLog", [&] {
         const std::string name = FormatDate(clock_.Now(), "YYYYMMDD") + "N.csv";
@@ -43,7 +44,7 @@ void StrikeLog::ReplayTodayLog(std::string_view folder, StrikeDisplays& displays
         const bool goesOn = UnderErrorConvention(errors_, "ReplayTodayLog", [&] {
             PatternFields token = SplitByPattern(line, "*,*,*,*,*");
             const DateTime date = ParseStamp(token.field[0]);
-            displays.UpdateDisplay(date, ValNeutral(token.field[1]), ValNeutral(token.field[3]));
+            displays.UpdateDisplay(date, ValNeutral(token.field[1]), ValNeutral(token.field[3]), limits);
         });
         if (!goesOn) return;
     }

@@ -29,7 +29,7 @@ class StrikeLog {
 
     /// Rebuilds the history plot from the file of today's date in `folder`, which is where the user has put
     /// it, not the folder of the log. Failures are reported.
-    void ReplayTodayLog(std::string_view folder, StrikeDisplays& displays);
+    void ReplayTodayLog(std::string_view folder, const AmplitudeLimits& limits, StrikeDisplays& displays);
 
   private:
     Files& files_;

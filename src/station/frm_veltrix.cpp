@@ -118,15 +118,15 @@ void FrmVeltrix::BindDetection() {
 
 void FrmVeltrix::BindDisplayLimits() {
     settings_.ClampWith("txtMindB", [this, &box = controls_.Text("txtMindB")] {
-        std::int16_t& low = delivery_.iDisplayAmpMin;
+        std::int16_t& low = delivery_.limits.iDisplayAmpMin;
         low = std::clamp(DisplayDbOf(box), LowestDisplayDb, std::int16_t{0});
-        const std::int16_t high = delivery_.iDisplayAmpMax;
+        const std::int16_t high = delivery_.limits.iDisplayAmpMax;
         if (low >= high) low = static_cast<std::int16_t>(high - LeastDisplaySpan);
         return std::to_string(low);
     });
     settings_.ClampWith("txtMaxdB", [this, &box = controls_.Text("txtMaxdB")] {
-        std::int16_t& high = delivery_.iDisplayAmpMax;
-        const std::int16_t low = delivery_.iDisplayAmpMin;
+        std::int16_t& high = delivery_.limits.iDisplayAmpMax;
+        const std::int16_t low = delivery_.limits.iDisplayAmpMin;
         high = std::max(DisplayDbOf(box), LowestDisplayDb);
         if (high <= low) high = static_cast<std::int16_t>(low + LeastDisplaySpan);
         high = std::min(high, std::int16_t{0});
@@ -159,7 +159,7 @@ void FrmVeltrix::BindReplay() {
     });
     logs.OnClick = [this, &folder](MouseButton button) {
         if (button == MouseButton::Left && delivery_.consumers.displays)
-            strikeLog_.ReplayTodayLog(folder.Text(), *delivery_.consumers.displays);
+            strikeLog_.ReplayTodayLog(folder.Text(), delivery_.limits, *delivery_.consumers.displays);
     };
 }
 

@@ -53,10 +53,14 @@ void PulseDelivery::ShowClipping(bool bClipped) {
 
 bool PulseDelivery::Deliver(const Pulse& finished, FailureHandler& failures) {
     Pulse pulse = finished;
+    Located located;
+    return HandOn(pulse, failures) && Locate(pulse, located, failures) &&
+           WatchAndShow(pulse, located, failures);
+}
+
+/// The detection as it was measured, to all who keep it.
+bool PulseDelivery::HandOn(const Pulse& pulse, FailureHandler& failures) {
     Detection detection;
-    double dDir = pulse.dDir;
-    bool bLocated = false;  // the last connected station has paired the detection and found a place
-    const CheckBox& remoteOnly = controls_.Check("OptionRemoteShow");
     return RunSteps(
         failures, [&] { KeepStrongest(pulse); },
         [&] {
@@ -73,31 +77,42 @@ bool PulseDelivery::Deliver(const Pulse& finished, FailureHandler& failures) {
         [&] {
             const DateTime now = preciseNow_.Now();
             if (consumers.clockDrift) consumers.clockDrift->Update(now, pulse.dLocalSample);
-        },
+        });
+}
+
+bool PulseDelivery::Locate(Pulse& pulse, Located& located, FailureHandler& failures) {
+    const bool bRealTime = controls_.Check("OptionRealTime").Checked();
+    return !consumers.stations || consumers.stations->MapUpdateAll(pulse, bRealTime, located, failures);
+}
+
+bool PulseDelivery::WatchAndShow(const Pulse& pulse, const Located& located, FailureHandler& failures) {
+    double dDir = pulse.dDir;
+    const bool isShown = consumers.displays && !controls_.Check("OptionRemoteShow").Checked();
+    return RunSteps(
+        failures,
         [&] {
-            if (consumers.stations) bLocated = consumers.stations->MapUpdateAll(pulse);
+            if (located.bLocated && consumers.alarm)
+                consumers.alarm->Update(ValNeutral(controls_.Text("txtAlarmLatitude").Text()),
+                                        ValNeutral(controls_.Text("txtAlarmLongitude").Text()),
+                                        located.LatitudeLightning, located.LongitudeLightning);
         },
-        [&] {
-            if (bLocated && consumers.alarm) consumers.alarm->Update();
-        },
-        [&] { ShowPulse(pulse, dDir); },
+        [&] { ShowPulse(pulse); },
         // From here on the bearing is the calibrated one, for the displays only.
         [&] { dDir = DisplayBearing(dDir); },
         [&] {
-            if (consumers.displays && !remoteOnly.Checked())
-                consumers.displays->GyrelUpdate(dDir, pulse.dAmp);
+            if (isShown) consumers.displays->GyrelUpdate(dDir, pulse.dAmp, limits, Yellow);
         },
         [&] {
-            controls_.Text("txtMindB").SetText(std::to_string(iDisplayAmpMin) + " dB");
-            controls_.Text("txtMaxdB").SetText(std::to_string(iDisplayAmpMax) + " dB");
+            controls_.Text("txtMindB").SetText(std::to_string(limits.iDisplayAmpMin) + " dB");
+            controls_.Text("txtMaxdB").SetText(std::to_string(limits.iDisplayAmpMax) + " dB");
         },
         [&] {
-            const bool opposite = controls_.Check("Check4").Checked() && !remoteOnly.Checked();
-            if (consumers.displays && opposite) consumers.displays->GyrelUpdate(dDir + 180, pulse.dAmp);
+            if (isShown && controls_.Check("Check4").Checked())
+                consumers.displays->GyrelUpdate(dDir + 180, pulse.dAmp, limits, Yellow);
         },
         [&] {
             if (consumers.displays && pulse.dFitError < GoodFit)
-                consumers.displays->UpdateDisplay(clock_.Now(), dDir, pulse.dAmp);
+                consumers.displays->UpdateDisplay(clock_.Now(), dDir, pulse.dAmp, limits);
         });
 }
 
@@ -111,8 +126,8 @@ void PulseDelivery::KeepStrongest(const Pulse& pulse) {
                                     FormatDate(dStrongestDate, "HH:MM:SS"));
 }
 
-void PulseDelivery::ShowPulse(const Pulse& pulse, double dDir) {
-    controls_.Text("Text3").SetText(FormatNeutral(dDir, "000.0 °") + "  " +
+void PulseDelivery::ShowPulse(const Pulse& pulse) {
+    controls_.Text("Text3").SetText(FormatNeutral(pulse.dDir, "000.0 °") + "  " +
                                     FormatNeutral(pulse.dFitError, "0.0 ") +
                                     "%  N:" + FormatNeutral(pulse.N, "0"));
     controls_.Text("Text4").SetText(FormatNeutral(pulse.dAmp, "00.0 dB") + "  " +
@@ -120,10 +135,9 @@ void PulseDelivery::ShowPulse(const Pulse& pulse, double dDir) {
 }
 
 double PulseDelivery::DisplayBearing(double dDir) const {
-    if (!consumers.calibration || !controls_.Check("OptionAngleCorrectionInGyrel").Checked()) return dDir;
-    const double corrected =
-        consumers.calibration->DestinToSource(dDir) + settings_.Number("txtLocalCorrectionAngle");
-    return CalcModulo(corrected, 360);
+    if (!controls_.Check("OptionAngleCorrectionInGyrel").Checked()) return dDir;
+    const double source = consumers.calibration ? consumers.calibration->DestinToSource(dDir) : dDir;
+    return CalcModulo(source + settings_.Number("txtLocalCorrectionAngle"), 360);
 }
 
 }  // namespace veltrix

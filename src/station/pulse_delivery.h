@@ -37,9 +37,8 @@ class PulseDelivery final : public PulseReceiver {
 
     DetectionConsumers consumers;
 
-    /// The limits of the polar display's scale in dB, as their boxes have set them.
-    std::int16_t iDisplayAmpMin = -100;
-    std::int16_t iDisplayAmpMax = 0;
+    /// As their boxes have set them.
+    AmplitudeLimits limits;
 
     /// First step of a tick concerning the strongest detection: 0 dB is never one.
     void CheckStrongest();
@@ -52,7 +51,10 @@ class PulseDelivery final : public PulseReceiver {
   private:
     void TimerDelay_Timer();
     void KeepStrongest(const Pulse& pulse);
-    void ShowPulse(const Pulse& pulse, double dDir);
+    bool HandOn(const Pulse& pulse, FailureHandler& failures);
+    bool Locate(Pulse& pulse, Located& located, FailureHandler& failures);
+    bool WatchAndShow(const Pulse& pulse, const Located& located, FailureHandler& failures);
+    void ShowPulse(const Pulse& pulse);
     double DisplayBearing(double dDir) const;
 
     FormControls& controls_;

@@ -33,14 +33,23 @@ struct Consumers final : DetectionBroadcaster,
     void Timer6_Timer() override { ++sends; }
     void CloseStalePing() override { ++pingChecks; }
     void Update(double, double c) override { calls += "drift " + GeneralNumber(c) + " "; }
-    bool MapUpdateAll(Pulse&) override {
-        calls += "match ";
-        return located;
+    bool MapUpdateAll(Pulse&, bool bRealTime, Located& found, FailureHandler&) override {
+        calls += bRealTime ? "match realtime " : "match ";
+        found = located;
+        return true;
     }
-    void Update() override { calls += "alarm "; }
+    void Update(double dLat, double dLon, double dLatLightning, double dLonLightning) override {
+        calls += "alarm";
+        for (const double degrees : {dLat, dLon, dLatLightning, dLonLightning})
+            calls += " " + GeneralNumber(degrees);
+        calls += " ";
+    }
     double DestinToSource(double d) override { return d + 1; }
-    void GyrelUpdate(double dDir, double) override { calls += "gyrel" + FormatNeutral(dDir, "0") + " "; }
-    void UpdateDisplay(DateTime date, double dDir, double dAmp) override {
+    void GyrelUpdate(double dDir, double, const AmplitudeLimits&, ColourValue color) override {
+        calls += "gyrel" + FormatNeutral(dDir, "0") + " ";
+        EXPECT_EQ(color, Yellow);
+    }
+    void UpdateDisplay(DateTime date, double dDir, double dAmp, const AmplitudeLimits&) override {
         calls += "history" + FormatNeutral(dDir, "0") + " ";
         shown = GeneralDate(date) + " " + GeneralNumber(dAmp);
     }
@@ -48,7 +57,7 @@ struct Consumers final : DetectionBroadcaster,
     std::string calls, shown;
     Detection last;
     std::function<void()> onBroadcast;
-    bool located = false;
+    Located located;
     int sends = 0, pingChecks = 0;
 };
 
@@ -68,14 +77,15 @@ TEST_F(Delivery, GoesInItsFixedOrder) {
         return consumers.calls;
     };
     EXPECT_EQ(fed(), "logged broadcast drift 51 match gyrel30 history30 ");
-    consumers.located = true;
+    consumers.located = {true, 51.5, 7.25};
     for (const char* const name :
-         {"Check4 1", "OptionAngleCorrectionInGyrel 1", "txtLocalCorrectionAngle -85"})
+         {"Check4 1", "OptionAngleCorrectionInGyrel 1", "txtLocalCorrectionAngle -85", "OptionRealTime 1"})
         station.Ask(std::string("set ") + name);
     // Corrected for the displays alone, and plotted at the opposite bearing too.
-    EXPECT_EQ(fed(), "logged broadcast drift 351 match alarm gyrel306 gyrel486 history306 ");
+    EXPECT_EQ(fed(),
+              "logged broadcast drift 351 match realtime alarm 52 6 51.5 7.25 gyrel306 gyrel486 history306 ");
     station.Ask("set OptionRemoteShow 1");
-    EXPECT_EQ(fed(), "logged broadcast drift 651 match alarm history306 ");
+    EXPECT_EQ(fed(), "logged broadcast drift 651 match realtime alarm 52 6 51.5 7.25 history306 ");
 }
 
 TEST_F(Delivery, ShowsTheDetectionAndTheStrongestSoFar) {
