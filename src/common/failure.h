@@ -21,6 +21,7 @@ inline constexpr int DiskFull = 61;
 inline constexpr int PermissionDenied = 70;
 inline constexpr int PathAccess = 75;  ///< a name that cannot be opened, such as a folder
 inline constexpr int PathNotFound = 76;
+inline constexpr int InvalidPicture = 481;
 }  // namespace errors
 
 /// A line of our source: where a default argument `= __builtin_LINE()` was filled in.

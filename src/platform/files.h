@@ -56,6 +56,17 @@ class Files {
     /// "*.bmp;*.jpg", without regard to case, in alphabetical order. A folder that is missing has none.
     virtual std::vector<std::string> List(std::string_view folder, std::string_view patterns) = 0;
 
+    /// True when a folder of that name stands; "" is the working directory.
+    virtual bool IsFolder(std::string_view name) = 0;
+
+    /// The names of the folders in `folder`, in alphabetical order; hidden ones are left out. A folder that
+    /// is missing, or that may not be read, has none.
+    virtual std::vector<std::string> Folders(std::string_view folder) = 0;
+
+    /// What stands for the drives of the computer, in the computer's own form: the root first, then the
+    /// mounted volumes.
+    virtual std::vector<std::string> Drives() = 0;
+
     /// The working directory in the computer's own form.
     virtual std::string WorkingDirectory() const = 0;
 };

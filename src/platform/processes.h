@@ -16,9 +16,10 @@ class Processes {
 
     /// Starts `program` with `arguments` in the station's working directory, without waiting for it and never
     /// through a command interpreter. It outlives the station. A name ending in ".exe" is found without it,
-    /// too. The search: working directory, the folder of our own program, the search path. Raises
-    /// FileNotFound when there is no such program, PermissionDenied when it cannot be run. Returns its
-    /// process number.
+    /// too. The search: working directory, the folder of our own program, the search path. Where there is no
+    /// program "explorer" or "notepad", these names stand for the desktop's launcher of addresses and files
+    /// and for the user's text editor. Raises FileNotFound when there is no such program, PermissionDenied
+    /// when it cannot be run. Returns its process number.
     virtual long long Start(std::string_view program, const std::vector<std::string>& arguments,
                             WindowStyle style) = 0;
 };

@@ -166,6 +166,27 @@ TEST_F(DeskProcessesTest, TheSearchGoesFromTheWorkingDirectoryToThePath) {
     EXPECT_EQ(NoteOf("text.exe"), std::to_string(errors::PermissionDenied));
 }
 
+TEST_F(DeskProcessesTest, TheDesktopStandsInForTheLauncherAndTheEditor) {
+    const std::string path = std::getenv("PATH");
+    ::setenv("PATH", (directory.Text() + "/tools:/bin").c_str(), 1);
+    ::unsetenv("VISUAL");
+    EXPECT_EQ(NoteOf("notepad", {"list"}), std::to_string(errors::FileNotFound));
+    Install(directory, "tools/xdg-open");
+    for (const char* const name : {"explorer", "Explorer.EXE", "notepad"})
+        EXPECT_EQ(NoteOf(name, {"x y"}), "[x y]");
+    Install(directory, "tools/editor");
+    directory.Put("tools/xdg-open", "");
+    ::setenv("VISUAL", "editor", 1);
+    EXPECT_EQ(NoteOf("notepad.exe", {"list"}), "[list]");
+    Install(directory, "tools/xdg-open");
+    ::setenv("VISUAL", "missing", 1);
+    EXPECT_EQ(NoteOf("notepad", {"y"}), "[y]") << "an editor that is gone";
+    directory.Put("tools/xdg-open", "");
+    Install(own, "explorer");
+    EXPECT_EQ(NoteOf("explorer.exe", {"own"}), "[own]") << "a real program of that name comes first";
+    ::setenv("PATH", path.c_str(), 1);
+}
+
 struct ControlSocket : WithEvents {
     ScratchFolder folder;
     std::string path = folder.Text() + "/control";

@@ -10,6 +10,7 @@
 #include <csignal>
 
 #include "platform/qt/desk_files.h"
+#include "platform/qt/drives.h"
 #include "platform/qt/qt_clock.h"
 #include "support/memory_files.h"
 #include "support/number_raised_by.h"
@@ -115,6 +116,39 @@ TEST_F(DeskFilesTest, AFullDiskLeavesNoHalfLineAndNoHalfFile) {
     EXPECT_EQ(folder.Content("log.txt"), "0123456789\nfits\n");
     EXPECT_EQ(folder.Content("state.dat"), "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2) << "a temporary file stayed";
+}
+
+TEST_P(FilesContract, FoldersAreListedByThemselves) {
+    for (const char* const name : {"maps", "Data", "data\\Old", ".hidden"}) files.MakeFolder(name);
+    files.WriteWhole("Data\\file", "x");
+    EXPECT_EQ(files.Folders(""), (Texts{"Data", "maps"}));
+    EXPECT_EQ(files.Folders(".\\DATA\\"), Texts{"Old"});
+    for (const char* const name : {"none", "data\\file", "data\\old"})
+        EXPECT_EQ(files.Folders(name), Texts{}) << name;
+    EXPECT_EQ(files.Drives().front(), "/");
+}
+
+TEST(Drives, AreTheVolumesThatAUserKnows) {
+    const std::vector<Volume> volumes = {{"/media/me/Zip", "/dev/sdc1", "vfat"},
+                                         {"/proc", "proc", "proc"},
+                                         {"/home", "/dev/sda3", "ext4"},
+                                         {"/", "/dev/sda2", "btrfs"},
+                                         {"/home/me/linked", "/dev/sda3", "ext4"},
+                                         {"/srv/root", "/dev/sda2", "btrfs"},
+                                         {"/run/media/me/Stick", "/dev/sdb1", "fuseblk"},
+                                         {"/run/user/1000/gvfs", "gvfsd-fuse", "fuse"},
+                                         {"/mnt/music", "server:/music", "nfs4"},
+                                         {"/mnt/share", "//server/share", "cifs"},
+                                         {"/snap/core/1", "/dev/loop0", "squashfs"},
+                                         {"/mnt/disc", "/dev/loop1", "iso9660"},
+                                         {"/boot/efi", "/dev/sda1", "vfat"},
+                                         {"/bootable", "/dev/sdd1", "ext4"},
+                                         {"/etc/hosts", "/dev/vda1", "ext4"},
+                                         {"/var/lib/docker/overlay2/x", "overlay", "overlay"}};
+    EXPECT_EQ(DrivesAmong(volumes), (Texts{"/", "/bootable", "/home", "/media/me/Zip", "/mnt/disc",
+                                           "/mnt/music", "/mnt/share", "/run/media/me/Stick"}));
+    EXPECT_EQ(DrivesAmong({}), Texts{"/"});
+    EXPECT_EQ(DrivesAmong({{"/", "overlay", "overlay"}}), Texts{"/"}) << "also in a container";
 }
 
 TEST_F(DeskFilesTest, WhatIsNoFileIsLeftAlone) {

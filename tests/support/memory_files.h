@@ -97,6 +97,20 @@ class MemoryFiles final : public Files {
         }
         return names;
     }
+    bool IsFolder(std::string_view name) override {
+        const auto found = entries_.find(Plain(name));
+        return Plain(name).empty() || (found != entries_.end() && found->second.isFolder);
+    }
+    std::vector<std::string> Folders(std::string_view folder) override {
+        std::vector<std::string> names;
+        for (const auto& [path, entry] : entries_) {
+            const std::string name = path.substr(path.rfind('\\') + 1);
+            if (entry.isFolder && !name.starts_with('.') && EqualIgnoringCase(FolderOf(path), Plain(folder)))
+                names.push_back(name);
+        }
+        return names;
+    }
+    std::vector<std::string> Drives() override { return {"/", "D:"}; }
     std::string WorkingDirectory() const override { return "/memory"; }
 
   private:

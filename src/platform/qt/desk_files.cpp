@@ -3,10 +3,10 @@
 #include <dirent.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "common/failure.h"
 #include "common/letter_case.h"
+#include "platform/qt/drives.h"
 #include "platform/qt/file_handle.h"
 #include "platform/qt/find_name.h"
 #include "platform/qt/qt_clock.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::string_view LineEnd = "\n";
 
-bool IsFolder(const std::string& path) {
+bool StandsAsFolder(const std::string& path) {
     struct stat status;
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
@@ -34,8 +34,8 @@ bool ComesBefore(const std::string& one, const std::string& other) {
 int NumberOf(int error, const std::string& path) {
     switch (error) {
         case ENOENT:
-            return IsFolder(std::filesystem::path(path).parent_path()) ? errors::FileNotFound
-                                                                       : errors::PathNotFound;
+            return StandsAsFolder(std::filesystem::path(path).parent_path()) ? errors::FileNotFound
+                                                                             : errors::PathNotFound;
         case ENOTDIR:
             return errors::PathNotFound;
         case EACCES:
@@ -210,7 +210,7 @@ void DeskFiles::WriteWhole(std::string_view name, std::string_view content) {
 
 void DeskFiles::Delete(std::string_view name) {
     const std::string path = PathOf(name);
-    if (IsFolder(path)) throw FailureOf(errors::PathAccess, name);
+    if (StandsAsFolder(path)) throw FailureOf(errors::PathAccess, name);
     Calling(name, path, [&] {
         if (::unlink(path.c_str()) != 0) ThrowErrno();
     });
@@ -224,7 +224,7 @@ void DeskFiles::Copy(std::string_view from, std::string_view to) {
 
 void DeskFiles::MakeFolder(std::string_view name) {
     const std::string path = PathOf(name);
-    if (IsFolder(path)) return;
+    if (StandsAsFolder(path)) return;
     Calling(name, path, [&] {
         if (::mkdir(path.c_str(), 0777) != 0) ThrowErrno();
     });
@@ -239,20 +239,42 @@ DateTime DeskFiles::DateOfLastChange(std::string_view name) {
     });
 }
 
-std::vector<std::string> DeskFiles::List(std::string_view folder, std::string_view patterns) {
+std::vector<std::string> DeskFiles::NamesIn(
+    std::string_view folder,
+    const std::function<bool(const std::string&, const std::filesystem::directory_entry&)>& isWanted) const {
     const std::string path = folder.empty() ? directory_ : PathOf(folder);
     std::vector<std::string> names;
     std::error_code failed;
     for (std::filesystem::directory_iterator entry(path, failed), end; !failed && entry != end;
          entry.increment(failed)) {
-        std::error_code unknown;
         const std::string name = entry->path().filename().string();
         // Names that begin with a point are hidden by custom, our own temporary files among them.
-        if (!name.starts_with('.') && MatchesOneOf(name, patterns) && entry->is_regular_file(unknown))
-            names.push_back(name);
+        if (!name.starts_with('.') && isWanted(name, *entry)) names.push_back(name);
     }
     std::ranges::sort(names, ComesBefore);
     return names;
+}
+
+std::vector<std::string> DeskFiles::List(std::string_view folder, std::string_view patterns) {
+    return NamesIn(folder, [patterns](const std::string& name, const auto& entry) {
+        std::error_code unknown;
+        return MatchesOneOf(name, patterns) && entry.is_regular_file(unknown);
+    });
+}
+
+bool DeskFiles::IsFolder(std::string_view name) {
+    return name.empty() || StandsAsFolder(PathOf(name));
+}
+
+std::vector<std::string> DeskFiles::Folders(std::string_view folder) {
+    return NamesIn(folder, [](const std::string&, const auto& entry) {
+        std::error_code unknown;
+        return entry.is_directory(unknown);
+    });
+}
+
+std::vector<std::string> DeskFiles::Drives() {
+    return DrivesAmong(MountedVolumes());
 }
 
 }  // namespace veltrix

@@ -1,7 +1,10 @@
 #pragma once
 // The files of the computer we run on.
 
-#include <system_error>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -22,11 +25,19 @@ class DeskFiles final : public Files {
     void MakeFolder(std::string_view name) override;
     DateTime DateOfLastChange(std::string_view name) override;
     std::vector<std::string> List(std::string_view folder, std::string_view patterns) override;
+    bool IsFolder(std::string_view name) override;
+    std::vector<std::string> Folders(std::string_view folder) override;
+    std::vector<std::string> Drives() override;
     std::string WorkingDirectory() const override { return directory_; }
 
   private:
     /// The computer's name of an existing or a new file. Raises PathAccess for names that no file can have.
     std::string PathOf(std::string_view name) const;
+    /// The names in a folder that are not hidden and that `isWanted`, in alphabetical order.
+    std::vector<std::string> NamesIn(
+        std::string_view folder,
+        const std::function<bool(const std::string&, const std::filesystem::directory_entry&)>& isWanted)
+        const;
 
     std::string directory_;
 };

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 
 #include "common/failure.h"
 #include "common/pieces.h"
@@ -45,18 +46,32 @@ std::vector<std::string_view> SearchPath() {
     return PiecesOf(variable ? variable : "/usr/local/bin:/usr/bin:/bin", ":");
 }
 
-/// Every place where the program may lie, in the order of the search.
+/// The files that the name of a program may mean, in the order of the search.
 std::vector<std::string> PlacesOf(std::string_view program, const std::string& directory,
                                   const std::string& ownFolder) {
     std::vector<std::string> places;
     const std::vector<std::string> forms = FormsOf(program);
     for (const std::string& form : forms) places.push_back(FindName(directory, form));
-    if (program.find_first_of("\\/") != std::string_view::npos) return places;
-    for (const std::string& form : forms) places.push_back(FindName(ownFolder, form));
-    for (const std::string_view folder : SearchPath())
-        for (const std::string& form : forms)
-            places.push_back((std::filesystem::path(folder) / form).string());
+    if (program.find_first_of("\\/") == std::string_view::npos) {
+        for (const std::string& form : forms) places.push_back(FindName(ownFolder, form));
+        for (const std::string_view folder : SearchPath())
+            for (const std::string& form : forms)
+                places.push_back((std::filesystem::path(folder) / form).string());
+    }
+    std::erase_if(places, [](const std::string& place) { return !IsFile(place); });
     return places;
+}
+
+/// The programs of this desktop that do the work of one that is missing, the best first.
+std::vector<std::string> StandInsOf(std::string_view program) {
+    const auto isCalled = [program](std::string_view name) {
+        return SameButCase(program, name) || SameButCase(program, std::string(name) + ".exe");
+    };
+    const std::string launcher = "xdg-open";
+    if (isCalled("explorer")) return {launcher};
+    if (!isCalled("notepad")) return {};
+    const char* const editor = std::getenv("VISUAL");
+    return {editor ? editor : "", launcher};
 }
 
 QString Text(const std::string& text) {
@@ -68,11 +83,15 @@ QString Text(const std::string& text) {
 
 long long DeskProcesses::Start(std::string_view program, const std::vector<std::string>& arguments,
                                WindowStyle) {
-    std::vector<std::string> places = PlacesOf(program, workingDirectory_, ownFolder_);
-    std::erase_if(places, [](const std::string& place) { return !IsFile(place); });
+    const auto placesOf = [this](std::string_view name) {
+        return name.empty() ? std::vector<std::string>() : PlacesOf(name, workingDirectory_, ownFolder_);
+    };
+    std::vector<std::string> places = placesOf(program);
+    if (places.empty())
+        for (const std::string& standIn : StandInsOf(program))
+            std::ranges::copy(placesOf(standIn), std::back_inserter(places));
     const std::string name(program);
-    if (program.empty() || places.empty())
-        throw Failure(errors::FileNotFound, "File not found: " + name, "DeskProcesses");
+    if (places.empty()) throw Failure(errors::FileNotFound, "File not found: " + name, "DeskProcesses");
 
     const auto found = std::ranges::find_if(places, CanRun);
     const Failure denied(errors::PermissionDenied, "Permission denied: " + name, "DeskProcesses");

@@ -1,0 +1,15 @@
+#pragma once
+// What is built into the program: its files under the names by which Qt reads them.
+
+namespace veltrix::resources {
+
+inline constexpr char Font[] = ":/fonts/DejaVuSansMono.ttf";
+inline constexpr char Icon[] = ":/pictures/icon.png";
+inline constexpr char PolarBackground[] = ":/pictures/polar.png";
+inline constexpr char Splash[] = ":/pictures/splash.png";
+inline constexpr char Changes[] = ":/CHANGELOG.md";
+
+/// Makes these names readable; to be called before the first of them is read, any number of times.
+void Open();
+
+}  // namespace veltrix::resources
