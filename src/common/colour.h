@@ -17,5 +17,6 @@ inline constexpr ColourValue Black = Rgb(0, 0, 0);
 inline constexpr ColourValue Red = Rgb(255, 0, 0);
 inline constexpr ColourValue White = Rgb(255, 255, 255);
 inline constexpr ColourValue Yellow = Rgb(255, 255, 0);
+inline constexpr ColourValue Cyan = Rgb(0, 255, 255);
 
 }  // namespace veltrix

@@ -22,13 +22,18 @@ struct Pulse {
     double dStopwatchTime = 0;  ///< milliseconds from the start of the tick to the crossing
 };
 
+/// What the amplitude scope takes of an envelope.
+constexpr double ScopeValue(double dEnvelope) {
+    return 3 * dEnvelope;
+}
+
 /// The two scopes. They are offered every frame that is not skipped.
 class ScopeFeed {
   public:
     virtual ~ScopeFeed() = default;
-    /// A pulse has been triggered: both scopes start a frozen trace.
+    /// A pulse has been triggered: both scopes begin a trace.
     virtual void Arm() = 0;
-    /// One frame for the amplitude scope: three times its envelope.
+    /// One frame for the amplitude scope: the ScopeValue() of its envelope.
     virtual void ScopeTrigger(double dValue) = 0;
     /// One frame for the X-Y scope.
     virtual void ScopeTriggerXY(double dNS, double dEW) = 0;

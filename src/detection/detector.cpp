@@ -179,7 +179,7 @@ bool Detector::ProcessFrame(std::int16_t iLeft, std::int16_t iRight, FailureHand
 
 bool Detector::FeedScopes(FailureHandler& failures) {
     return RunSteps(
-        failures, [this] { scopes_->ScopeTrigger(3 * dEnvelope); },
+        failures, [this] { scopes_->ScopeTrigger(ScopeValue(dEnvelope)); },
         [this] {
             if (dEnvelope < ScopeLimit) scopes_->ScopeTriggerXY(dNS, dEW);
         });

@@ -12,6 +12,8 @@ std::string_view KindName(ControlKind kind) {
     switch (kind) {
         case ControlKind::Form:
             return "form";
+        case ControlKind::Frame:
+            return "frame";
         case ControlKind::Text:
             return "text";
         case ControlKind::Label:
@@ -26,6 +28,8 @@ std::string_view KindName(ControlKind kind) {
             return "combo";
         case ControlKind::Tabs:
             return "tabs";
+        case ControlKind::Picture:
+            return "picture";
         case ControlKind::Marker:
             return "marker";
     }
@@ -73,12 +77,31 @@ void ListBox::Add(std::string entry) {
     Changed();
 }
 
+bool Button::ClickBy(MouseButton button) {
+    return button == MouseButton::Left && Control::ClickBy(button);
+}
+
+std::string ListBox::Chosen() const {
+    return listIndex_ < 0 ? "" : entries_[static_cast<std::size_t>(listIndex_)];
+}
+
+void ListBox::Choose(std::string_view entry) {
+    auto found = std::ranges::find(entries_, entry);
+    if (found == entries_.end())
+        found = std::ranges::find_if(
+            entries_, [entry](const std::string& other) { return EqualIgnoringCase(other, entry); });
+    SetListIndex(found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin()));
+}
+
 bool ListBox::Enter(std::string_view entry) {
-    const auto found = std::ranges::find(entries_, entry);
-    if (found == entries_.end()) return false;
-    SetListIndex(static_cast<int>(found - entries_.begin()));
+    if (std::ranges::find(entries_, entry) == entries_.end()) return OnOther && OnOther(entry);
+    Choose(entry);
     if (OnClick) OnClick(MouseButton::Left);
     return true;
+}
+
+bool ListBox::ClickBy(MouseButton button) {
+    return button == MouseButton::Left && listIndex_ >= 0 && Control::ClickBy(button);
 }
 
 bool TabStrip::Enter(std::string_view caption) {
@@ -92,6 +115,20 @@ bool TabStrip::Enter(std::string_view caption) {
 std::vector<std::string> Marker::Lines() const {
     return {GeneralNumber(Left()) + " " + GeneralNumber(Top()) + " " + std::to_string(BackColor()) +
             (Visible() ? " 1" : " 0")};
+}
+
+bool Marker::Mouse(const MouseEvent& event) {
+    Control::Mouse(event);
+    return true;
+}
+
+std::optional<Bitmap> Marker::Snapshot() const {
+    return Bitmap{Side, Side, std::vector<ColourValue>(std::size_t{Side} * Side, BackColor())};
+}
+
+std::optional<ColourValue> Marker::PixelAt(double x, double y) const {
+    const bool inside = x >= 0 && x < Side && y >= 0 && y < Side;
+    return inside ? BackColor() : -1;
 }
 
 Control* ControlSet::Find(std::string_view name) const {

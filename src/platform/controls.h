@@ -6,15 +6,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "common/bitmap.h"
 #include "common/colour.h"
 
 namespace veltrix {
 
-enum class ControlKind { Form, Text, Label, Check, Button, List, Combo, Tabs, Marker };
+enum class ControlKind { Form, Frame, Text, Label, Check, Button, List, Combo, Tabs, Picture, Marker };
 
 /// The lower-case name of a kind, such as "text".
 std::string_view KindName(ControlKind kind);
@@ -68,7 +70,12 @@ class Control {
     virtual bool ClickBy(MouseButton button);
 
     /// Any mouse action of a user. False when the control does not follow the mouse.
-    bool Mouse(const MouseEvent& event);
+    virtual bool Mouse(const MouseEvent& event);
+
+    /// What is painted on the control at this moment; nothing for one that has no pixels.
+    virtual std::optional<Bitmap> Snapshot() const { return std::nullopt; }
+    /// One pixel of that, in the control's own coordinates; -1 outside.
+    virtual std::optional<ColourValue> PixelAt(double, double) const { return std::nullopt; }
 
     std::function<void(MouseButton)> OnClick;        ///< set by the form
     std::function<void(const MouseEvent&)> OnMouse;  ///< set by the form
@@ -138,6 +145,8 @@ class CheckBox final : public Control {
 class Button final : public Control {
   public:
     explicit Button(std::string name) : Control(std::move(name), ControlKind::Button) {}
+    /// The left button alone pushes it.
+    bool ClickBy(MouseButton button) override;
 };
 
 /// A list of entries, one of which can be chosen; as a combo box it drops down.
@@ -151,10 +160,20 @@ class ListBox final : public Control {
     void Clear() { SetEntries({}); }
     /// Index of the chosen entry, -1 when there is none.
     int ListIndex() const { return listIndex_; }
+    /// The chosen entry; empty when there is none.
+    std::string Chosen() const;
+    /// Chooses the entry that reads so, if need be without regard to case, without running the handler; none
+    /// when there is no such entry.
+    void Choose(std::string_view entry);
     /// Chooses an entry without running the handler. REQUIRES -1 <= index < number of entries.
     void SetListIndex(int index) { Set(listIndex_, index); }
     std::vector<std::string> Lines() const override { return entries_; }
     bool Enter(std::string_view entry) override;
+    /// Runs the handler for the chosen entry; nothing happens while there is none.
+    bool ClickBy(MouseButton button) override;
+
+    /// Takes a user's entry that is not in the list; false refuses it. Null where none is taken.
+    std::function<bool(std::string_view)> OnOther;
 
   private:
     std::vector<std::string> entries_;
@@ -179,15 +198,27 @@ class TabStrip final : public Control {
     int tab_ = 0;
 };
 
-/// A small mark that lies on a surface.
+/// A small square mark that lies on a surface, all of its background colour.
 class Marker final : public Control {
   public:
+    static constexpr int Side = 9;  ///< pixels
+
     explicit Marker(std::string name) : Control(std::move(name), ControlKind::Marker) {}
     /// One line: left, top, background and visibility, with blanks between.
     std::vector<std::string> Lines() const override;
+    /// Follows the mouse always, also where nobody looks.
+    bool Mouse(const MouseEvent& event) override;
+    std::optional<Bitmap> Snapshot() const override;
+    std::optional<ColourValue> PixelAt(double x, double y) const override;
 };
 
-/// The form itself: its caption is the window's title.
+/// A group of controls that is seen or hidden as a whole, such as a dialog that lies on a view.
+class Frame final : public Control {
+  public:
+    explicit Frame(std::string name) : Control(std::move(name), ControlKind::Frame) {}
+};
+
+/// A form: its caption is the window's title.
 class FormControl final : public Control {
   public:
     explicit FormControl(std::string name) : Control(std::move(name), ControlKind::Form) {}
