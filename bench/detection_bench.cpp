@@ -7,6 +7,9 @@
 
 #include "bench/plain_detector.h"
 #include "detection/detector.h"
+#include "station/form_displays.h"
+#include "support/plain_glyphs.h"
+#include "support/recording_errors.h"
 
 namespace {
 
@@ -20,29 +23,12 @@ class Nobody final : public PulseReceiver {
     bool Deliver(const Pulse&, FailureHandler&) override { return true; }
 };
 
-/// Scopes as they are while no trace is drawn: they only remember.
-class IdleScopes final : public ScopeFeed {
-  public:
-    void Arm() override {}
-    void ScopeTrigger(double dValue) override { y_[at_++ % 100] = std::min(dValue, 6300.0) * 10; }
-    void ScopeTriggerXY(double dNS, double dEW) override {
-        ns_[atXY_ % 100] = dNS * 10;
-        ew_[atXY_++ % 100] = dEW * 10;
-    }
-    bool Drawing() const override { return false; }
-    void QuietFrames(std::size_t count, std::span<const double> ns, std::span<const double> ew) override {
-        at_ += count - ns.size();
-        atXY_ += count - ns.size();
-        for (std::size_t i = 0; i < ns.size(); ++i) {
-            ScopeTrigger(3 * std::sqrt(ns[i] * ns[i] + ew[i] * ew[i]));
-            ScopeTriggerXY(ns[i], ew[i]);
-        }
-    }
-    void MarkFit(double, double) override {}
-
-  private:
-    double y_[100] = {}, ns_[100] = {}, ew_[100] = {};
-    std::size_t at_ = 0, atXY_ = 0;
+/// The two scopes of a form, drawn as on a screen.
+struct Scopes {
+    PlainGlyphs glyphs;
+    RecordingErrors errors;
+    FormControls controls{glyphs};
+    FormDisplays feed{controls, errors};
 };
 
 /// A block of noise with `strikes` short bursts in it.
@@ -73,7 +59,9 @@ void CountFrames(benchmark::State& state, std::size_t samples) {
 /// Argument: strikes in a block of 1.5 s.
 void PlainLoop(benchmark::State& state) {
     const std::vector<std::int16_t> sky = Sky(static_cast<int>(state.range(0)));
+    Scopes scopes;
     PlainDetector detector({});
+    detector.scopes = &scopes.feed;
     for (auto _ : state) {
         detector.Process(sky);
         detector.pulses.clear();
@@ -87,9 +75,9 @@ void SampleLoop(benchmark::State& state) {
     NoiseControl noise;
     Nobody nobody;
     SkipFailures failures;
-    IdleScopes scopes;
+    Scopes scopes;
     Detector detector(noise, nobody, [] { return 0; });
-    detector.SetScopes(&scopes);
+    detector.SetScopes(&scopes.feed);
     for (auto _ : state) benchmark::DoNotOptimize(detector.Process(sky, failures));
     CountFrames(state, sky.size());
 }

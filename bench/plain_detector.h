@@ -34,6 +34,7 @@ class PlainDetector {
     int triggers = 0;
     std::int32_t counter = 0;
     std::vector<Pulse> pulses;
+    ScopeFeed* scopes = nullptr;  ///< offered every frame, one by one, when there are any
     std::vector<double> envelopes = std::vector<double>(100), ns100 = envelopes,
                         ew100 = envelopes;  // last 100
     std::size_t seen = 0, seenXY = 0;
@@ -78,7 +79,12 @@ class PlainDetector {
             ns100[seenXY % 100] = n;
             ew100[seenXY++ % 100] = e;
         }
+        if (scopes) {
+            scopes->ScopeTrigger(3 * envelope);
+            if (envelope < 32000) scopes->ScopeTriggerXY(n, e);
+        }
         if (envelope > threshold && inPulse == 0) {
+            if (scopes) scopes->Arm();
             inPulse = 1;
             ++triggers;
             peakN = n;

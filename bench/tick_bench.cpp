@@ -21,8 +21,9 @@ struct DeskStation {
     ScratchFolder folder;
     DeskFiles files{folder.Text()};
     TestPlatform computer;
-    FrmVeltrix form{
-        {computer.clock, computer.loop, files, computer.processes, computer.store, computer.messageBox}, {}};
+    FrmVeltrix form{{computer.clock, computer.loop, files, computer.processes, computer.store,
+                     computer.messageBox, computer.pictures, computer.glyphs},
+                    {}};
 
     DeskStation() {
         form.Form_Initialize();

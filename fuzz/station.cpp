@@ -22,7 +22,7 @@ void SaveSetting(TestPlatform& computer, const std::string& line) {
 }
 
 void Operate(TestPlatform& computer, FrmVeltrix& form, const std::string& input) {
-    ControlRequests requests(form.Controls(), [] {});
+    ControlRequests requests(form.Controls(), computer.files, [] {});
     std::istringstream lines(input);
     for (std::string line; std::getline(lines, line);) {
         const std::string rest = line.empty() ? line : line.substr(1);

@@ -56,8 +56,6 @@ constexpr Setting Settings[] = {
     {"Setting", "FocusWindow", Numeric, "1", "txtFocusWindow", Whole, 0, 5},
     {"Setting", "iDisplayAmpMin", Clamped, "-100", "txtMindB"},
     {"Setting", "iDisplayAmpMax", Clamped, "0", "txtMaxdB"},
-    {"Setting", "Drive", Text, "", "Drive1"},
-    {"Setting", "Path", Text, "", "Dir1"},
     {"Setting", "FtpTo", Text, "", "txtFtpTo"},
     {"Setting", "HomePage", Text, "https://veltrix.example/", "txtHomePage"},
     {"Setting", "LightningInEurope", Text, "https://veltrix.example/network", "txtLightningInEurope"},

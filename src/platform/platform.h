@@ -4,7 +4,9 @@
 #include "platform/clock.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/glyphs.h"
 #include "platform/message_box.h"
+#include "platform/pictures.h"
 #include "platform/processes.h"
 #include "platform/settings_store.h"
 
@@ -18,6 +20,8 @@ struct Platform {
     Processes& processes;
     SettingsStore& store;
     MessageBox& messageBox;
+    Pictures& pictures;
+    Glyphs& glyphs;
 };
 
 }  // namespace veltrix

@@ -1,11 +1,15 @@
 #include "station/control_requests.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
+#include "common/failure.h"
 #include "common/neutral_text.h"
+#include "display/bitmap_file.h"
 
 namespace veltrix {
 
@@ -39,7 +43,7 @@ MouseAction ActionOf(std::string_view word) {
 }
 
 double CoordinateOf(std::string_view word) {
-    if (word.empty()) throw Refused("mouse needs a position");
+    if (word.empty()) throw Refused("the position is missing");
     double value = 0;
     const auto read = std::from_chars(word.data(), word.data() + word.size(), value);
     if (read.ec != std::errc() || !std::isfinite(value) || read.ptr != word.data() + word.size())
@@ -60,8 +64,8 @@ std::string PropertyOf(const Control& control, std::string_view property) {
 
 }  // namespace
 
-ControlRequests::ControlRequests(ControlSet& controls, std::function<void()> quit)
-    : controls_(controls), quit_(std::move(quit)) {}
+ControlRequests::ControlRequests(ControlSet& controls, Files& files, std::function<void()> quit)
+    : controls_(controls), files_(files), quit_(std::move(quit)) {}
 
 std::vector<std::string> ControlRequests::Answer(std::string_view request) {
     Lines answer;
@@ -81,6 +85,12 @@ std::vector<std::string> ControlRequests::Answer(std::string_view request) {
         } else if (word == "mouse") {
             const std::string_view name = TakeWord(rest);
             Mouse(name, rest);
+        } else if (word == "point") {
+            const std::string_view name = TakeWord(rest);
+            answer = Point(name, rest);
+        } else if (word == "save") {
+            const std::string_view name = TakeWord(rest);
+            Save(name, rest);
         } else if (word == "quit") {
             quit_();
         } else if (word.empty()) {
@@ -119,11 +129,10 @@ void ControlRequests::Enter(std::string_view name, std::string_view value) const
 void ControlRequests::Click(std::string_view name, std::string_view arguments) const {
     Control& control = Find(name);
     const MouseButton button = ButtonOf(arguments);
-    if (control.ClickBy(button)) return;
-    // Where a click means nothing of its own it still is a press and a release.
-    const bool pressed = control.Mouse({MouseAction::Down, button, 0, 0});
-    if (!pressed || !control.Mouse({MouseAction::Up, button, 0, 0}))
-        throw Refused(std::string(name) + " does nothing on a click");
+    // A click is a press and a release, too.
+    bool acts = control.Mouse({MouseAction::Down, button, 0, 0});
+    acts = control.Mouse({MouseAction::Up, button, 0, 0}) || acts;
+    if (!control.ClickBy(button) && !acts) throw Refused(std::string(name) + " does nothing on a click");
 }
 
 void ControlRequests::Mouse(std::string_view name, std::string_view arguments) const {
@@ -136,6 +145,26 @@ void ControlRequests::Mouse(std::string_view name, std::string_view arguments) c
     event.y = CoordinateOf(y);
     event.button = ButtonOf(arguments);
     if (!control.Mouse(event)) throw Refused(std::string(name) + " does not follow the mouse");
+}
+
+ControlRequests::Lines ControlRequests::Point(std::string_view name, std::string_view arguments) const {
+    const Control& control = Find(name);
+    const double x = CoordinateOf(TakeWord(arguments));
+    const double y = CoordinateOf(arguments);
+    const std::optional<ColourValue> color = control.PixelAt(x, y);
+    if (!color) throw Refused(std::string(name) + " has no pixels");
+    return {"= " + std::to_string(*color)};
+}
+
+void ControlRequests::Save(std::string_view name, std::string_view fileName) const {
+    const std::optional<Bitmap> image = Find(name).Snapshot();
+    if (!image) throw Refused(std::string(name) + " has no pixels");
+    if (fileName.empty()) throw Refused("the name of the file is missing");
+    try {
+        SaveBitmap(files_, fileName, *image);
+    } catch (const Failure& failure) {
+        throw Refused(failure.Description());
+    }
 }
 
 Control& ControlRequests::Find(std::string_view name) const {

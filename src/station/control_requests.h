@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/files.h"
 
 namespace veltrix {
 
@@ -19,13 +20,16 @@ namespace veltrix {
 ///   set NAME VALUE                           types the whole text, ticks, chooses the entry or the tab
 ///   click NAME [left|right]                  a click
 ///   mouse NAME down|move|up|drop X Y [left|right]
+///   point NAME X Y                           the pixel's colour value, -1 outside
+///   save NAME FILE                           writes what is painted as a BMP file
 ///   quit                                     closes the form
 ///
 /// Data lines of an answer begin with "= "; the last line is "ok" or "error TEXT".
 class ControlRequests {
   public:
-    /// `quit` is called once the answer has been made, and has to wait until the caller is done with it.
-    ControlRequests(ControlSet& controls, std::function<void()> quit);
+    /// `files` takes the pictures that are saved; `quit` is called while the request is answered
+    /// and must only ask the loop to end.
+    ControlRequests(ControlSet& controls, Files& files, std::function<void()> quit);
 
     /// Carries out one request and returns the lines of its answer.
     std::vector<std::string> Answer(std::string_view request);
@@ -37,9 +41,12 @@ class ControlRequests {
     void Enter(std::string_view name, std::string_view value) const;
     void Click(std::string_view name, std::string_view arguments) const;
     void Mouse(std::string_view name, std::string_view arguments) const;
+    Lines Point(std::string_view name, std::string_view arguments) const;
+    void Save(std::string_view name, std::string_view fileName) const;
     Control& Find(std::string_view name) const;
 
     ControlSet& controls_;
+    Files& files_;
     std::function<void()> quit_;
 };
 

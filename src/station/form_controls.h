@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "display/picture_box.h"
 #include "platform/controls.h"
 
 namespace veltrix {
@@ -13,17 +14,22 @@ namespace veltrix {
 /// control takes its reference once.
 class FormControls {
   public:
-    FormControls();
+    /// Surfaces print with `glyphs`.
+    explicit FormControls(Glyphs& glyphs);
 
     ControlSet& All() { return set_; }
 
     FormControl& Form() { return form_; }
+    FormControl& Splash() { return splash_; }
     /// The control of that name. REQUIRES that the form has it and that it is of the kind asked for.
     TextBox& Text(std::string_view name) { return Get<TextBox>(name); }
     Label& Caption(std::string_view name) { return Get<Label>(name); }
     CheckBox& Check(std::string_view name) { return Get<CheckBox>(name); }
     ListBox& List(std::string_view name) { return Get<ListBox>(name); }
     TabStrip& Tabs(std::string_view name) { return Get<TabStrip>(name); }
+    Button& Push(std::string_view name) { return Get<Button>(name); }
+    Frame& Group(std::string_view name) { return Get<Frame>(name); }
+    PictureBox& Picture(std::string_view name) { return Get<PictureBox>(name); }
 
   private:
     template <class T>
@@ -34,6 +40,7 @@ class FormControls {
 
     ControlSet set_;
     FormControl& form_;
+    FormControl& splash_;
 };
 
 }  // namespace veltrix

@@ -6,6 +6,7 @@
 #include "common/arithmetic.h"
 #include "common/neutral_text.h"
 #include "common/replace_first.h"
+#include "display/bitmap_file.h"
 
 namespace veltrix {
 
@@ -15,6 +16,8 @@ constexpr int TickMilliseconds = 100;
 constexpr int HousekeepingMilliseconds = 1000;
 constexpr std::int16_t LowestDisplayDb = -120;
 constexpr std::int16_t LeastDisplaySpan = 5;
+constexpr double FarOutDb = 1000;
+constexpr std::size_t MostWarnings = 100;
 
 /// A folder as the block file's name wants it: with a "\" at its end, unless it is empty.
 std::string WithFinalBackslash(std::string path) {
@@ -22,9 +25,9 @@ std::string WithFinalBackslash(std::string path) {
     return path;
 }
 
-/// The whole number in a box, within the range of the amplitudes.
+/// The whole number in a box. What is far out of range stays so, but fits the type.
 std::int16_t DisplayDbOf(const TextBox& box) {
-    return RoundToInteger(std::clamp(ValNeutral(box.Text()), -1000.0, 1000.0));
+    return RoundToInteger(std::clamp(ValNeutral(box.Text()), -FarOutDb, FarOutDb));
 }
 
 }  // namespace
@@ -32,31 +35,52 @@ std::int16_t DisplayDbOf(const TextBox& box) {
 FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
     : platform_(platform),
       options_(std::move(options)),
+      controls_(platform_.glyphs),
       errors_(platform_, options_.version),
       settings_(controls_, platform_.store),
       position_(controls_, settings_),
       preciseNow_(platform_.clock),
       strikeLog_(platform_.files, platform_.clock, errors_),
+      displays_(controls_, errors_),
       delivery_(controls_, settings_, platform_, strikeLog_, preciseNow_),
       tick_(controls_, platform_, errors_, delivery_, noise_, errors_.Version()),
+      polarView_(controls_, platform_, displays_.Polar(), errors_,
+                 [this] {
+                     tick_.TheDetector().lTriggerCount = 0;
+                     delivery_.ShowTriggerCount();
+                 }),
+      mapView_(controls_, platform_, errors_),
+      viewCycle_(
+          controls_, [this] { polarView_.OpenFrame3(); }, [this] { mapView_.OpenFrame2(); }),
+      replayFiles_(controls_, platform_,
+                   [this](const std::string& folder) {
+                       strikeLog_.ReplayTodayLog(folder, delivery_.limits, *Consumers().displays);
+                   }),
+      about_(controls_, platform_, errors_, errors_.Version(), options_.releaseNotes),
+      rollover_(platform_, controls_.Picture("Picture5").surface, errors_),
       recorder_(platform_, options_.recorder, [this] { return ramDrivePath_; }),
       housekeepingStopwatch_(platform_.clock),
       Timer1(platform_.loop.MakeTimer([this] { tick_.Timer1_Timer(); })),
-      Timer3(platform_.loop.MakeTimer([this] { Timer3_Timer(); })) {}
+      Timer3(platform_.loop.MakeTimer([this] { Timer3_Timer(); })) {
+    delivery_.consumers.displays = &displays_;
+    tick_.TheDetector().SetScopes(&displays_);
+}
 
 void FrmVeltrix::Form_Initialize() {
     SkippingErrors([&] { BindDetection(); }, [&] { BindDisplayLimits(); }, [&] { BindTexts(); },
-                   [&] { BindReplay(); },
+                   [&] { BindLaunchers(); }, [&] { polarView_.Start(); }, [&] { mapView_.Start(); },
+                   [&] { viewCycle_.Start(); }, [&] { about_.Start(); },
                    [&] {
                        tick_.OnStandstill = [this](int lNumber) {
-                           options_.warn("detection has stopped: error " + std::to_string(lNumber) +
-                                         " came twice; see the error log and restart the station");
+                           Warn("detection has stopped: error " + std::to_string(lNumber) +
+                                " came twice; see the error log and restart the station");
                        };
                        recorder_.OnNoRecorder = [this](const std::string& why) {
-                           options_.warn("the recorder could not be started: " + why);
+                           Warn("the recorder could not be started: " + why);
                        };
                    },
-                   [&] { settings_.Load(); }, [&] { noise_.StartNoiseLevel(); }, [&] { OpenTabs(); },
+                   [&] { settings_.Load(); }, [&] { ReadRamDrivePath(); }, [&] { noise_.StartNoiseLevel(); },
+                   [&] { OpenTabs(); },
                    [&] {
                        Timer1->SetInterval(TickMilliseconds);
                        Timer1->SetEnabled(true);
@@ -67,18 +91,43 @@ void FrmVeltrix::Form_Initialize() {
 }
 
 void FrmVeltrix::Form_Load() {
-    SkippingErrors([&] { platform_.loop.DoEvents(); }, [&] { platform_.files.MakeFolder("Data"); },
-                   [&] { platform_.files.MakeFolder("pSD"); },
-                   [&] {
-                       ramDrivePath_ = platform_.store.GetSetting("RAMDrive", "Path", "");
-                       tick_.sAudioFile = ramDrivePath_ + "audio.dat";
-                       if (platform_.files.Exists(tick_.sAudioFile)) platform_.files.Delete(tick_.sAudioFile);
-                   });
+    SkippingErrors(
+        [&] { about_.ShowSplash(); }, [&] { platform_.loop.DoEvents(); },
+        [&] { platform_.files.MakeFolder("Data"); }, [&] { platform_.files.MakeFolder("pSD"); },
+        [&] { controls_.Picture("Picture5").surface.SetPicture(platform_.pictures.Load("picture5.bmp")); },
+        [&] { replayFiles_.Start(); },
+        [&] {
+            ReadRamDrivePath();
+            tick_.sAudioFile = ramDrivePath_ + "audio.dat";
+            if (platform_.files.Exists(tick_.sAudioFile)) platform_.files.Delete(tick_.sAudioFile);
+        },
+        [&] { LoadDisplays(); }, [&] { bLoaded = true; });
+}
+
+void FrmVeltrix::ReadRamDrivePath() {
+    ramDrivePath_ = platform_.store.GetSetting("RAMDrive", "Path", "");
+}
+
+void FrmVeltrix::LoadDisplays() {
+    SkippingErrors([&] { displays_.Polar().Load(platform_.files); },
+                   [&] { polarView_.GyrelLoadBackground(); }, [&] { mapView_.MapInit(); });
 }
 
 void FrmVeltrix::Form_Unload() {
     Timer1->SetEnabled(false);
     Timer3->SetEnabled(false);
+    SkippingErrors(
+        [&] { SaveBitmap(platform_.files, "PicSync.bmp", controls_.Picture("PicSync(0)").surface.Image()); },
+        [&] { SaveBitmap(platform_.files, "picture5.bmp", controls_.Picture("Picture5").surface.Image()); },
+        [&] { displays_.Polar().Save(platform_.files); });
+}
+
+/// Tells the user on the form and outside it.
+void FrmVeltrix::Warn(const std::string& line) {
+    ListBox& List1 = controls_.List("List1");
+    if (List1.Entries().size() >= MostWarnings) List1.Clear();
+    List1.Add(GeneralDate(platform_.clock.Now()) + " " + line);
+    options_.warn(line);
 }
 
 void FrmVeltrix::BindDetection() {
@@ -150,17 +199,15 @@ void FrmVeltrix::BindTexts() {
     };
 }
 
-void FrmVeltrix::BindReplay() {
-    TextBox& folder = controls_.Text("Dir1");
-    ListBox& logs = controls_.List("File1");
-    settings_.WhenTaken("Dir1", [this, &folder, &logs] {
-        if (folder.Text().empty()) folder.SetText(platform_.files.WorkingDirectory());
-        logs.SetEntries(platform_.files.List(folder.Text(), "*N.csv"));
-    });
-    logs.OnClick = [this, &folder](MouseButton button) {
-        if (button == MouseButton::Left && delivery_.consumers.displays)
-            strikeLog_.ReplayTodayLog(folder.Text(), delivery_.limits, *delivery_.consumers.displays);
+void FrmVeltrix::BindLaunchers() {
+    const auto launch = [this](std::string_view command, std::string_view address) {
+        controls_.Push(command).OnClick = [this, &box = controls_.Text(address)](MouseButton) {
+            SkippingErrors(
+                [&] { platform_.processes.Start("explorer", {box.Text()}, WindowStyle::Maximized); });
+        };
     };
+    launch("cmdExplorer", "txtLightningInEurope");
+    launch("cmdHomePage", "txtHomePage");
 }
 
 void FrmVeltrix::OpenTabs() {
@@ -175,6 +222,11 @@ void FrmVeltrix::Timer3_Timer() {
                    [&] {
                        iMinute = static_cast<std::int16_t>((iMinute + 1) % 60);
                        if (iMinute == 0) NoiseLogMinute();
+                   },
+                   [&] {
+                       // Events that run while the form is loading must not take the plot that is still to
+                       // come for an empty day.
+                       if (bLoaded) rollover_.Timer5_Timer();
                    });
 }
 

@@ -1,20 +1,28 @@
 #pragma once
 // FrmVeltrix: the main form. It owns every part of a station and runs its start, its timers and its end.
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "detection/noise_control.h"
 #include "detection/strike_log.h"
+#include "output/daily_rollover.h"
 #include "output/error_log.h"
 #include "platform/platform.h"
+#include "station/about.h"
 #include "station/form_controls.h"
+#include "station/form_displays.h"
+#include "station/map_view.h"
+#include "station/polar_view.h"
 #include "station/position_boxes.h"
 #include "station/pulse_delivery.h"
 #include "station/recorder_start.h"
+#include "station/replay_files.h"
 #include "station/sample_tick.h"
 #include "station/settings_binding.h"
+#include "station/view_cycle.h"
 #include "timebase/precise_now.h"
 
 namespace veltrix {
@@ -25,6 +33,7 @@ struct StationOptions {
     RecorderChoice recorder;
     /// Takes one-line warnings for the user.
     std::function<void(const std::string&)> warn = [](const std::string&) {};
+    std::string releaseNotes = {};  ///< what the "About" tab shows on request
 };
 
 /// A station. Everything runs on the event loop of its platform. REQUIRES Form_Initialize() and Form_Load(),
@@ -36,10 +45,10 @@ class FrmVeltrix {
     /// Builds the parts, reads the settings into the controls and enables the timers. Failed steps are passed
     /// over.
     void Form_Initialize();
-    /// Makes the folders and finds the block file. Failed steps are passed over.
+    /// Makes the folders, finds the block file and brings back the displays. Failed steps are passed over.
     void Form_Load();
-    /// Stops the timers. The recorder is left running; nothing is saved, since every change was saved at
-    /// once.
+    /// Stops the timers and saves what the displays show. The recorder is left running. Failed steps are
+    /// passed over.
     void Form_Unload();
 
     ControlSet& Controls() { return controls_.All(); }
@@ -49,10 +58,13 @@ class FrmVeltrix {
     const std::string& Version() const { return errors_.Version(); }
 
   private:
+    void Warn(const std::string& line);
     void BindDetection();
     void BindDisplayLimits();
     void BindTexts();
-    void BindReplay();
+    void BindLaunchers();
+    void ReadRamDrivePath();
+    void LoadDisplays();
     void OpenTabs();
     void Timer3_Timer();
     void NoiseLogMinute();
@@ -67,12 +79,20 @@ class FrmVeltrix {
     PreciseNow preciseNow_;
     NoiseControl noise_;
     StrikeLog strikeLog_;
+    FormDisplays displays_;
     PulseDelivery delivery_;
     SampleTick tick_;
+    PolarView polarView_;
+    MapView mapView_;
+    ViewCycle viewCycle_;
+    ReplayFiles replayFiles_;
+    About about_;
+    DailyRollover rollover_;
     RecorderStart recorder_;
     CStopWatchMM housekeepingStopwatch_;
     std::unique_ptr<Timer> Timer1;
     std::unique_ptr<Timer> Timer3;
+    bool bLoaded = false;
     std::int16_t iMinute = 0;  // housekeeping ticks, 0 to 59
 };
 

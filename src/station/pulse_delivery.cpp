@@ -32,7 +32,7 @@ void PulseDelivery::CheckStrongest() {
     if (dStrongestAmp == 0) dStrongestAmp = NoStrength;
 }
 
-void PulseDelivery::OnTrigger() {
+void PulseDelivery::ShowTriggerCount() {
     controls_.Text("Text2").SetText(std::to_string(detector_->lTriggerCount));
 }
 

@@ -43,7 +43,10 @@ class PulseDelivery final : public PulseReceiver {
     /// First step of a tick concerning the strongest detection: 0 dB is never one.
     void CheckStrongest();
 
-    void OnTrigger() override;
+    /// Shows lTriggerCount in Text2.
+    void ShowTriggerCount();
+
+    void OnTrigger() override { ShowTriggerCount(); }
     void OnPulseEnd() override;
     void ShowClipping(bool bClipped) override;
     bool Deliver(const Pulse& pulse, FailureHandler& failures) override;

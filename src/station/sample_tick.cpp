@@ -95,6 +95,11 @@ bool SampleTick::TakeBlock() {
 
 void SampleTick::BeginBlock() {
     lSamplesInPrevFile = std::exchange(lSamplesInFile, 0);
+    const std::int32_t lPrevBlockClock = std::exchange(lBlockClock, lTickClock);
+    if (bBlockSeen)
+        controls_.Text("Text1").SetText(std::to_string(static_cast<std::uint32_t>(lBlockClock) -
+                                                       static_cast<std::uint32_t>(lPrevBlockClock)));
+    bBlockSeen = true;
     if (lSamplesInPrevFile > LongBlock)
         controls_.Text("txtSamplesInPrevFile")
             .SetText(GeneralDate(clock_.Now()) + " " + std::to_string(lSamplesInPrevFile));

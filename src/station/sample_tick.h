@@ -64,7 +64,9 @@ class SampleTick {
     std::int32_t lTickClock = 0;
     std::int32_t lSamplesInFile = 0;      // frames of the present block
     std::int32_t lSamplesInPrevFile = 0;  // frames of the block before
-    bool bRunning = false;                // the recursion flag
+    std::int32_t lBlockClock = 0;         // of the tick that took the last block
+    bool bBlockSeen = false;
+    bool bRunning = false;  // the recursion flag
     bool bStandstillTold = false;
 };
 

@@ -59,6 +59,7 @@ TEST(VeltrixProgram, HearsLogsPrintsEndsCleanlyAndLosesNothingInAKill) {
     EXPECT_TRUE(WaitFor([&] { return program.Feed(Burst(77)) && !program.Log().empty(); }));
     EXPECT_TRUE(program.Feed(Burst(33)));
     EXPECT_EQ(program.Ask("set txtStationName Bravo"), "ok");
+    EXPECT_EQ(program.Ask("save Picture5 before.bmp"), "ok");
     EXPECT_EQ(station.Terminate(), 0);
     for (const char* const bearing : {",077.0,", ",033.0,"})
         EXPECT_NE(program.Log().find(bearing), std::string::npos) << program.Log();
@@ -71,6 +72,9 @@ TEST(VeltrixProgram, HearsLogsPrintsEndsCleanlyAndLosesNothingInAKill) {
         RunningProgram killed("veltrix", program.Arguments());
         ASSERT_TRUE(killed.HasPrinted("\n"));
         EXPECT_EQ(program.Ask("get txtStationName"), "= " + saved);
+        EXPECT_EQ(program.Ask("save Picture5 after.bmp"), "ok");
+        EXPECT_TRUE(program.folder.Content("station/before.bmp") ==
+                    program.folder.Content("station/after.bmp"));
         EXPECT_EQ(program.Ask("set txtStationName " + (saved = next)), "ok");
         killed.Kill();
     }
@@ -90,9 +94,9 @@ TEST(VeltrixProgram, AWrongCommandLineIsOneClearLine) {
     // The exit code before each.
     std::vector<std::string> lines = {"64 --colour",     "64 --print all",         "64 --dir",
                                       "64 --headless=1", "64 --address localhost", "64 --address 1.2.3.256"};
-    lines.push_back("64 --settings " + here + " --dir " + here);
-    lines.push_back("73 --dir " + here + "/file/below");
-    lines.push_back("73 --dir " + here + " --settings " + here + "/s.ini --control " + here);
+    lines.push_back("64 --headless --settings " + here + " --dir " + here);
+    lines.push_back("73 --headless --dir " + here + "/file/below");
+    lines.push_back("73 --headless --dir " + here + " --settings " + here + "/s.ini --control " + here);
     for (const std::string& line : lines) {
         RunningProgram station("veltrix", Words(line.substr(3)));
         EXPECT_EQ(std::to_string(station.Wait()), line.substr(0, 2)) << station.Errors();

@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "display/bitmap_file.h"
 #include "station/station_fixture.h"
 
 namespace veltrix {
@@ -42,6 +43,20 @@ TEST_F(Start, TheRecorderComesAfterASecondAndItsFirstBlockIsThrownAway) {
               (std::vector<std::vector<std::string>>{{"SndInput.exe", "/ch=2", "/dt=2", "/gain=1",
                                                       "/maxsize=128K", "/sr=22050", "/of=R:\\audio.dat"}}));
     EXPECT_TRUE(computer.files.AllFiles().empty());
+}
+
+TEST_F(Start, WhatTimersDoWhileTheFormIsLoadingDoesNoHarm) {
+    computer.store.SaveSetting("RAMDrive", "Path", "R:\\");
+    computer.store.SaveSetting("Setting", "strPrevDate", "2024-06-14");
+    const Bitmap plot{557, 557, std::vector<ColourValue>(557 * 557, Red)};
+    computer.pictures.all["picture5.bmp"] = plot;
+    station.form.Form_Initialize();
+    computer.loop.Run(2100);  // as long as a slow computer takes to build its window
+    station.form.Form_Load();
+    EXPECT_EQ(computer.processes.started.at(0).back(), "/of=R:\\audio.dat");
+    EXPECT_FALSE(computer.files.Exists("picture5yesterday.bmp"));
+    computer.loop.Run(1100);
+    EXPECT_TRUE(computer.files.Content("picture5yesterday.bmp") == BmpBytes(plot));
 }
 
 TEST_F(Settings, EveryChangeIsSavedAtOnceAndBackAfterARestart) {

@@ -20,7 +20,7 @@ struct Station {
     std::vector<std::string> warnings;
     FrmVeltrix form{computer.platform,
                     {"1.2.3", {}, [this](const std::string& line) { warnings.push_back(line); }}};
-    ControlRequests requests{form.Controls(), [this] { computer.loop.Quit(); }};
+    ControlRequests requests{form.Controls(), computer.files, [this] { computer.loop.Quit(); }};
 
     void Start() {
         form.Form_Initialize();

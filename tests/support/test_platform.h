@@ -14,6 +14,7 @@
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
 #include "support/memory_files.h"
+#include "support/plain_glyphs.h"
 
 namespace veltrix {
 
@@ -72,6 +73,24 @@ struct ScriptedMessageBox final : MessageBox {
     std::function<void()> onAsk;  ///< runs while the box stands
 };
 
+/// Pictures that a test has laid there.
+struct MemoryPictures final : Pictures {
+    Bitmap Load(std::string_view name) override {
+        const auto found = all.find(LowerCase(name));
+        if (found == all.end()) throw Failure(errors::FileNotFound, "File not found", "Pictures");
+        if (found->second.pixels.empty())
+            throw Failure(errors::InvalidPicture, "Invalid picture", "Pictures");
+        return found->second;
+    }
+    Bitmap BuiltIn(BuiltInPicture which) override {
+        const int side = which == BuiltInPicture::PolarBackground ? 557 : 48;
+        return {side, side, std::vector<ColourValue>(static_cast<std::size_t>(side * side), Ground)};
+    }
+
+    static constexpr ColourValue Ground = Rgb(8, 9, 10);  ///< of those built in
+    std::map<std::string, Bitmap, std::less<>> all;  ///< by name in lower case; one without pixels is damaged
+};
+
 struct TestPlatform {
     ManualClock clock;
     ManualLoop loop{clock};
@@ -79,8 +98,10 @@ struct TestPlatform {
     RecordingProcesses processes;
     MemoryStore store;
     ScriptedMessageBox messageBox;
+    MemoryPictures pictures;
+    PlainGlyphs glyphs;
 
-    Platform platform{clock, loop, files, processes, store, messageBox};
+    Platform platform{clock, loop, files, processes, store, messageBox, pictures, glyphs};
 };
 
 }  // namespace veltrix

@@ -1,0 +1,60 @@
+#include "station/background_dialog.h"
+
+#include <utility>
+
+namespace veltrix {
+
+BackgroundDialog::BackgroundDialog(FormControls& controls, Platform& platform, ErrorReporter& errors,
+                                   const BackgroundControls& parts)
+    : platform_(platform),
+      errors_(errors),
+      frame_(controls.Group(parts.frame)),
+      files_(controls.List(parts.files)),
+      filename_(controls.Text(parts.filename)),
+      clear_(controls.Push(parts.clear)),
+      cancel_(controls.Push(parts.cancel)),
+      key_(parts.key),
+      closesOnChoice_(parts.closesOnChoice) {}
+
+void BackgroundDialog::Start(std::function<void()> chosen, std::function<void()> clear) {
+    whenChosen_ = std::move(chosen);
+    files_.OnClick = [this](MouseButton) { Choose(files_.Chosen(), files_.Name() + "_Click"); };
+    clear_.OnClick = [this, clear = std::move(clear)](MouseButton) {
+        UnderErrorConvention(errors_, clear_.Name() + "_Click", clear, [this] { Close(); });
+    };
+    cancel_.OnClick = [this](MouseButton) { Close(); };
+    chosen_ = platform_.store.GetSetting("Setting", key_, "");
+    ListFiles();
+}
+
+void BackgroundDialog::Open() {
+    ListFiles();
+    frame_.SetVisible(true);
+}
+
+void BackgroundDialog::ListFiles() {
+    filename_.SetText(chosen_);
+    files_.SetEntries(platform_.files.List("", PictureFiles));
+    files_.Choose(chosen_);
+}
+
+void BackgroundDialog::Choose(const std::string& name, std::string_view procedure) {
+    UnderErrorConvention(
+        errors_, procedure,
+        [&] {
+            chosen_ = name;
+            filename_.SetText(chosen_);
+            files_.Choose(chosen_);
+            platform_.store.SaveSetting("Setting", key_, chosen_);
+        },
+        whenChosen_,
+        [&] {
+            if (closesOnChoice_) Close();
+        });
+}
+
+std::string BackgroundDialog::PresentFile() const {
+    return platform_.files.Exists(chosen_) ? chosen_ : "";
+}
+
+}  // namespace veltrix
