@@ -3,20 +3,23 @@
 #   scripts/setup.sh run    what building and running the programs takes
 #   scripts/setup.sh dev    that, and what tests, benchmarks, format check and clang-tidy take
 #   scripts/setup.sh fuzz   that, and what fuzzing takes
+#   scripts/setup.sh shots  what running takes, and what screenshots take
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build pkg-config qt6-base-dev portaudio19-dev libsndfile1-dev libsimpleini-dev
     libgeographiclib-dev)
 dev_packages=(libgtest-dev libbenchmark-dev clang-format clang-tidy-16)
 fuzz_packages=(clang-16 libclang-rt-16-dev)
+shots_packages=(xvfb scrot)
 
 packages=("${run_packages[@]}")
 case "${1:-}" in
 run) ;;
 dev) packages+=("${dev_packages[@]}") ;;
 fuzz) packages+=("${dev_packages[@]}" "${fuzz_packages[@]}") ;;
+shots) packages+=("${shots_packages[@]}") ;;
 *)
-    echo "usage: scripts/setup.sh run|dev|fuzz" >&2
+    echo "usage: scripts/setup.sh run|dev|fuzz|shots" >&2
     exit 64
     ;;
 esac

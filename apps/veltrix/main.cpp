@@ -1,17 +1,31 @@
-// The station program: reads the command line and runs a station.
+// The station program: reads the command line and chooses between a window and none.
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QLibraryInfo>
 
 #include <csignal>
 #include <cstdio>
 #include <string>
 
 #include "command_line.h"
+#include "platform/qt/resources.h"
 #include "station_program.h"
 
 namespace {
 
 using namespace veltrix;
+
+/// Whether a window can be opened; Qt ends the program where it cannot.
+bool HasDisplay() {
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY"))
+        return true;
+    // Qt's part for Wayland is a package of its own.
+    const QDir platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+           !platforms.entryList({QStringLiteral("*wayland*")}).isEmpty();
+}
 
 int RunHeadless(char* program, const CommandLine& line, const RecorderChoice& recorder) {
     // Texts on the displays are drawn all the same, which takes Qt's part for pictures.
@@ -24,6 +38,16 @@ int RunHeadless(char* program, const CommandLine& line, const RecorderChoice& re
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(count, arguments);
     qInstallMessageHandler(usual);
+    return RunStation(line, recorder);
+}
+
+int RunWithWindow(char* program, const CommandLine& line, const RecorderChoice& recorder) {
+    char* arguments[] = {program, nullptr};
+    int count = 1;
+    const QApplication application(count, arguments);
+    QGuiApplication::setQuitOnLastWindowClosed(false);  // the station ends itself, in its order
+    resources::Open();
+    QGuiApplication::setWindowIcon(QIcon(QString::fromLatin1(resources::Icon)));
     return RunStation(line, recorder);
 }
 
@@ -44,6 +68,10 @@ int main(int argc, char** argv) {
         std::fputs(line.help ? HelpText().c_str() : "veltrix " VELTRIX_VERSION "\n", stdout);
         return 0;
     }
+    if (!line.headless && !HasDisplay()) {
+        Warn("there is no display, so the station runs without a window");
+        line.headless = true;
+    }
     QCoreApplication::setApplicationName(QStringLiteral("veltrix"));
-    return RunHeadless(argv[0], line, recorder);
+    return line.headless ? RunHeadless(argv[0], line, recorder) : RunWithWindow(argv[0], line, recorder);
 }

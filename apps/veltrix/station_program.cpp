@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "detection/strike_log.h"
@@ -24,6 +25,8 @@
 #include "platform/qt/signal_watch.h"
 #include "station/control_requests.h"
 #include "station/frm_veltrix.h"
+#include "window/main_window.h"
+#include "window/window_message_box.h"
 
 namespace veltrix {
 
@@ -62,6 +65,20 @@ std::string FolderOf(const CommandLine& line) {
     if (::access(directory.c_str(), W_OK) != 0)
         Warn("nothing can be written to the folder " + directory + ": no strike will be logged");
     return directory;
+}
+
+std::unique_ptr<MessageBox> MessageBoxFor(const CommandLine& line, QtEventLoop& loop) {
+    if (line.headless) return std::make_unique<ConsoleMessageBox>();
+    return std::make_unique<WindowMessageBox>(loop);
+}
+
+/// Makes and shows the window, which remembers its place beside the settings.
+std::unique_ptr<MainWindow> Window(FrmVeltrix& form, QtEventLoop& loop,
+                                   const std::filesystem::path& settings) {
+    auto window = std::make_unique<MainWindow>(form.Controls(), loop, settings.parent_path() / "window.ini",
+                                               [&loop] { loop.Quit(); });
+    window->show();
+    return window;
 }
 
 }  // namespace
@@ -105,8 +122,8 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     DeskProcesses processes(files.WorkingDirectory(), QCoreApplication::applicationDirPath().toStdString());
     QtPictures pictures(files.WorkingDirectory());
     QtGlyphs glyphs;
-    ConsoleMessageBox messageBox;
-    FrmVeltrix form({clock, loop, files, processes, store, messageBox, pictures, glyphs},
+    const std::unique_ptr<MessageBox> messageBox = MessageBoxFor(line, loop);
+    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs},
                     {VELTRIX_VERSION, recorder, Warn, ReleaseNotes()});
     if (line.print == CommandLine::Print::Detections)
         form.Consumers().onDetection = [](const Detection& detection) { Print(StrikeLogLine(detection)); };
@@ -121,6 +138,7 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     }
     const SignalWatch signals([&loop] { loop.Quit(); });
     form.Form_Initialize();
+    const std::unique_ptr<MainWindow> window = line.headless ? nullptr : Window(form, loop, settings);
     form.Form_Load();
     Print("Veltrix " + form.Version() + ", folder " + files.WorkingDirectory() + ", address " + line.address +
           ", ports " + std::string(Ports));

@@ -37,6 +37,7 @@ class Event final : public QTimer {
 
   private:
     void Fire(QtEventLoop& loop) {
+        if (loop.TimersHeld()) return;
         // A new interval counts from the event behind which it was set.
         if (interval() != wantedInterval) Start();
         running_ = true;

@@ -26,7 +26,22 @@ class QtEventLoop final : public EventLoop {
     /// Runs a handler of any event; a Failure that leaves it is told on standard error, once for equal texts.
     void RunHandler(const std::function<void()>& handler);
 
+    /// While one stands, timers of the loop whose time comes do not fire; they do not make up for it
+    /// afterwards.
+    class HoldTimers {
+      public:
+        explicit HoldTimers(QtEventLoop& loop) : loop_(loop) { ++loop_.holds_; }
+        ~HoldTimers() { --loop_.holds_; }
+        HoldTimers(const HoldTimers&) = delete;
+        HoldTimers& operator=(const HoldTimers&) = delete;
+
+      private:
+        QtEventLoop& loop_;
+    };
+    bool TimersHeld() const { return holds_ > 0; }
+
   private:
+    int holds_ = 0;
     std::set<std::string> told_;
     bool quit_ = false;
 };

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Writes docs/pictures/*.png: the window of a station that hears some minutes of the built-in storm as fast as it can, on
+# a screen that nobody sees. Takes about a minute once all is built.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+width=1280
+height=800
+storm_seconds=600
+watch_seconds=40
+
+scripts/setup.sh shots
+scripts/build.sh release veltrix veltrix-ctl veltrix-storm SndInput
+bin=$PWD/build/release/bin
+pictures=$PWD/docs/pictures
+mkdir -p "$pictures"
+
+station=$(mktemp -d)
+screen=""
+veltrix=""
+cleanup() {
+    [[ -z $veltrix ]] || kill "$veltrix" 2>/dev/null || true
+    (cd "$station" && timeout 15 "$bin/SndInput" /stop /of=audio.dat >/dev/null 2>&1) || true
+    [[ -z $screen ]] || kill "$screen" 2>/dev/null || true
+    rm -rf "$station"
+}
+trap cleanup EXIT
+
+printf '[Setting]\nStationName=Alpha\nLatitude=48.2\nLongitude=9.0\nTresholdQuotient=78\n' >"$station/veltrix.ini"
+printf '[Window]\nLeft=0\nTop=0\nWidth=%s\nHeight=%s\n' "$width" "$height" >"$station/window.ini"
+
+# The server chooses a free display and writes its number when it is ready.
+mkfifo "$station/display"
+Xvfb -displayfd 3 -screen 0 "${width}x${height}x24" -nolisten tcp 3>"$station/display" >/dev/null 2>&1 &
+screen=$!
+read -r number <"$station/display"
+export DISPLAY=:$number QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1 XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$station}
+
+"$bin/veltrix-storm" demo --station Alpha --seconds "$storm_seconds" --out "$station/storm.wav" 2>/dev/null
+SNDINPUT_SOURCE="file:$station/storm.wav;speed=max" "$bin/veltrix" --dir "$station" --settings "$station/veltrix.ini" \
+    --address 127.0.0.1 --recorder "$bin/SndInput" --control "$station/control" --print none >/dev/null &
+veltrix=$!
+until [[ -S $station/control ]]; do sleep 0.2; done
+
+ctl() { "$bin/veltrix-ctl" --control "$station/control" "$@" >/dev/null; }
+shot() {
+    sleep 1 # for the next frame
+    scrot --overwrite "$pictures/$1.png"
+    echo "docs/pictures/$1.png"
+}
+
+sleep "$watch_seconds"
+ctl set SSTab3 Gain
+shot polar
+ctl click Picture1 left
+ctl click Picture4 left
+ctl set SSTab1 Internet
+shot history
+ctl quit
+wait "$veltrix"
+veltrix=""

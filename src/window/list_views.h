@@ -1,0 +1,52 @@
+#pragma once
+// Lists: one that says why it is empty, and a drop-down.
+
+#include <QComboBox>
+#include <QListWidget>
+#include <functional>
+
+#include "platform/controls.h"
+
+namespace veltrix {
+
+/// Shows a list box. A click, or the enter key, chooses an entry; a list that nothing chooses from can still
+/// be read and scrolled.
+class ListView final : public QListWidget {
+  public:
+    /// `hint` stands in an empty list, in grey; `chosen` takes the number of the chosen entry.
+    ListView(QString hint, std::function<void(int)> chosen, QWidget* parent = nullptr);
+
+    void Show(const ListBox& box);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void Choose(int row);
+    /// The size for so many characters and lines.
+    QSize ForText(QSize text) const;
+
+    QString hint_;
+    std::function<void(int)> chosen_;
+    std::vector<std::string> shown_;
+    int shownIndex_ = -1;
+    bool choosable_ = false;
+};
+
+/// Shows a combo box; disabled while nothing takes the choice.
+class DropDown final : public QComboBox {
+  public:
+    explicit DropDown(QWidget* parent = nullptr);
+
+    /// An open list is left as it is, so that it does not change under the mouse; false then.
+    bool Show(const ListBox& box);
+
+  private:
+    std::vector<std::string> shown_;
+};
+
+}  // namespace veltrix

@@ -1,0 +1,170 @@
+// The window as a whole: that nothing is missing, its dialogs, its end, its place; the message box and the
+// splash.
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "common/failure.h"
+#include "window/refresher.h"
+#include "window/shown_window.h"
+#include "window/window_message_box.h"
+
+namespace veltrix {
+namespace {
+
+using Window = ShownWindow;
+
+TEST_F(Window, ShowsEveryControlButTheHiddenSurfaces) {
+    EXPECT_EQ(Show().Unbound(), (std::vector<std::string>{"Picture9", "Picture8"}));
+}
+
+TEST_F(Window, NothingIsCutOffOnASmallScreen) {
+    Show({1024, 600});
+    EXPECT_EQ(window->size(), QSize(1024, 600)) << "it would not fit";
+    for (const char* const name : {"SSTab1", "SSTab2", "SSTab3", "SSTab4", "SSTab5", "SSTab6"}) {
+        const auto& tabs = Widget<QTabWidget>(name);
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            controls.Tabs(name).SetTab(tab);
+            NextFrame();
+            const QWidget& page = *tabs.widget(tab);
+            EXPECT_GE(tabs.widget(tab)->height(), page.minimumSizeHint().height()) << name << tab;
+            EXPECT_GE(tabs.widget(tab)->width(), page.minimumSizeHint().width()) << name << tab;
+        }
+    }
+    EXPECT_GE(Widget<QWidget>("Picture1").width(), 400);
+}
+
+TEST_F(Window, OneViewIsSeenAtATime) {
+    Show();
+    EXPECT_TRUE(Widget<QWidget>("Picture1").isVisible());
+    controls.Picture("Picture1").SetVisible(false);
+    controls.Picture("Picture4").SetVisible(true);
+    controls.Caption("lblWhoIs").SetVisible(true);
+    controls.Caption("lblWhoIs").SetCaption("Someone far away");
+    controls.Caption("lblWhoIs").SetLeft(555);
+    NextFrame();
+    EXPECT_FALSE(Widget<QWidget>("Picture1").isVisible());
+    const auto& map = Widget<QWidget>("Picture4");
+    EXPECT_EQ(map.geometry(), Widget<QWidget>("Picture1").geometry());
+    const auto& label = Widget<QWidget>("lblWhoIs");
+    EXPECT_TRUE(label.isVisible());
+    EXPECT_TRUE(map.rect().contains(QRect(label.mapTo(&map, QPoint(0, 0)), label.size()))) << "kept inside";
+}
+
+TEST_F(Window, EscapeCancelsADialog) {
+    controls.Push("cmdCancel").OnClick = [&](MouseButton) { controls.Group("Frame2").SetVisible(false); };
+    Show({960, 540});
+    const auto& dialog = Widget<QWidget>("Frame2");
+    EXPECT_FALSE(dialog.isVisible());
+    controls.Group("Frame2").SetVisible(true);
+    NextFrame();
+    ASSERT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.parentWidget()->rect().contains(dialog.geometry()));
+    auto& list = Widget<QWidget>("File3");
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(Window, ClosesOnceAndComesBackWhereItStood) {
+    Show({1100, 700});
+    window->move(30, 20);
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    window->close();
+    EXPECT_EQ(closed, 1);
+    window = std::make_unique<MainWindow>(controls.All(), loop, folder / "window.ini", [] {});
+    EXPECT_EQ(window->geometry(), QRect(30, 20, 1100, 700));
+
+    window.reset();
+    folder.Put("window.ini", "[Window]\nLeft=90000\nTop=20\nWidth=1100\nHeight=700\n");
+    window = std::make_unique<MainWindow>(controls.All(), loop, folder / "window.ini", [] {});
+    EXPECT_LT(window->x(), 5000) << "a place that is on no screen any more";
+}
+
+TEST_F(Window, LeavesTheModelsWorkingWhenItIsGone) {
+    Show();
+    window.reset();
+    controls.Text("txtAge").SetText("31");
+    controls.Picture("Picture1").surface.PSet(1, 1, White);
+    controls.Tabs("SSTab1").SetTab(2);
+    NextFrame();
+    EXPECT_EQ(controls.Text("txtAge").Text(), "31");
+}
+
+TEST_F(Window, ShowsTheSplashUntilItIsClicked) {
+    controls.Splash().OnClick = [&](MouseButton) { controls.Splash().SetVisible(false); };
+    Show();
+    auto& splash = Widget<QWidget>("FrmSplash");
+    EXPECT_FALSE(splash.isVisible());
+    controls.Splash().SetVisible(true);
+    NextFrame();
+    ASSERT_TRUE(splash.isVisible());
+    QTest::mouseClick(&splash, Qt::LeftButton);
+    EXPECT_FALSE(splash.isVisible());
+}
+
+TEST_F(Window, AManyTimesChangedModelIsShownOnce) {
+    Refresher screen;
+    int shown = 0;
+    const std::size_t number = screen.Add([&] { ++shown; });
+    NextFrame();
+    for (int i = 0; i < 1000; ++i) screen.Want(number);
+    NextFrame();
+    EXPECT_EQ(shown, 2);
+}
+
+TEST_F(Window, AFailingHandlerLeavesTheWindowStanding) {
+    controls.Push("cmdHomePage").OnClick = [](MouseButton) { throw Failure(53, "gone", "test"); };
+    Show();
+    controls.Tabs("SSTab1").SetTab(3);
+    NextFrame();
+    QTest::mouseClick(&Widget<QWidget>("cmdHomePage"), Qt::LeftButton);
+    EXPECT_TRUE(window->isVisible());
+}
+
+struct Asked : ShownWindow {
+    /// Asks, acts on the box after the time of some timer events, and returns the reply.
+    int Ask(int buttons, const std::function<void(QMessageBox&)>& act) {
+        ticks = 0;
+        QTimer::singleShot(100, [this, act] {
+            auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+            fired += ticks;
+            text = box.text().toStdString();
+            act(box);
+        });
+        return messageBox.Ask({6, "<b>Overflow</b>", buttons, "GyrelUpdate:12 Runtime Error"});
+    }
+
+    WindowMessageBox messageBox{loop};
+    int ticks = 0;
+    int fired = 0;
+    std::string text;
+};
+
+TEST_F(Asked, EachButtonHasItsReplyAndTimersWait) {
+    const auto timer = loop.MakeTimer([this] { ++ticks; });
+    timer->SetInterval(5);
+    timer->SetEnabled(true);
+    const auto press = [](QMessageBox::StandardButton button) {
+        return [button](QMessageBox& box) { box.button(button)->click(); };
+    };
+    const auto type = [](Qt::Key key) { return [key](QMessageBox& box) { QTest::keyClick(&box, key); }; };
+    EXPECT_EQ(Ask(2, press(QMessageBox::Abort)), reply::Abort);
+    EXPECT_EQ(Ask(2, press(QMessageBox::Retry)), reply::Retry);
+    EXPECT_EQ(Ask(2, press(QMessageBox::Ignore)), reply::Ignore);
+    EXPECT_EQ(Ask(2, type(Qt::Key_Escape)), reply::Ignore) << "never an end by mistake";
+    EXPECT_EQ(Ask(2, type(Qt::Key_Return)), reply::Ignore);
+    EXPECT_EQ(Ask(2, [](QMessageBox&) { QCoreApplication::exit(0); }), reply::Ignore) << "the program ends";
+    EXPECT_EQ(Ask(64, type(Qt::Key_Return)), reply::Ok);
+    EXPECT_EQ(fired, 0) << "no timer fires while a box stands";
+    EXPECT_EQ(text, "<b>Overflow</b>");
+    ticks = 0;
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }, 60000)) << "afterwards they fire again";
+}
+
+}  // namespace
+}  // namespace veltrix
