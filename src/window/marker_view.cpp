@@ -1,6 +1,5 @@
 #include "window/marker_view.h"
 
-#include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -18,8 +17,11 @@ constexpr int LeastSide = 7;
 }  // namespace
 
 MarkerView::MarkerView(Bindings& bindings, Marker& marker, SurfaceView& view)
-    : QWidget(&view), bindings_(bindings), marker_(marker), view_(view) {
+    : QWidget(&view), marker_(marker), view_(view) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    new MouseRelay(
+        bindings, marker, *this, MouseRelay::Widget::LeavesMouse,
+        {.toControl = [this](QPointF position) { return OnMarker(position); }, .middleIsLeft = true});
     view.WhenPlaced([this] { MoveToPlace(); });
     bindings.Bind(marker, *this, [this] {
         MoveToPlace();
@@ -38,30 +40,9 @@ void MarkerView::paintEvent(QPaintEvent* /*event*/) {
     QPainter(this).fillRect(rect(), ToColor(marker_.BackColor()));
 }
 
-MouseEvent MarkerView::EventAt(const QMouseEvent& event, MouseAction action, MouseButton button) const {
+QPointF MarkerView::OnMarker(QPointF position) const {
     const double scale = static_cast<double>(Marker::Side) / width();
-    return {action, button, std::floor(event.position().x() * scale),
-            std::floor(event.position().y() * scale)};
-}
-
-void MarkerView::mousePressEvent(QMouseEvent* event) {
-    const MouseEvent pressed = EventAt(*event, MouseAction::Down, ButtonFor(event->button()));
-    bindings_.Act(marker_, [&] { marker_.Mouse(pressed); });
-}
-
-void MarkerView::mouseMoveEvent(QMouseEvent* event) {
-    const MouseEvent moved = EventAt(*event, MouseAction::Move, ButtonFor(event->buttons()));
-    bindings_.ActQuietly([&] { marker_.Mouse(moved); });
-}
-
-void MarkerView::mouseReleaseEvent(QMouseEvent* event) {
-    const MouseButton button = ButtonFor(event->button());
-    const MouseEvent released = EventAt(*event, MouseAction::Up, button);
-    const bool inside = rect().contains(event->position().toPoint());
-    bindings_.Act(marker_, [&] {
-        marker_.Mouse(released);
-        if (inside) marker_.ClickBy(button);
-    });
+    return {std::floor(position.x() * scale), std::floor(position.y() * scale)};
 }
 
 }  // namespace veltrix

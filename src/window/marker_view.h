@@ -14,15 +14,12 @@ class MarkerView final : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
 
   private:
     void MoveToPlace();
-    MouseEvent EventAt(const QMouseEvent& event, MouseAction action, MouseButton button) const;
+    /// A position on this widget in pixels of the surface.
+    QPointF OnMarker(QPointF position) const;
 
-    Bindings& bindings_;
     Marker& marker_;
     SurfaceView& view_;
 };

@@ -1,17 +1,23 @@
 #include "window/mouse_relay.h"
 
+#include <utility>
+
 namespace veltrix {
 
-MouseButton ButtonFor(Qt::MouseButton button) {
-    return button == Qt::RightButton ? MouseButton::Right : MouseButton::Left;
+namespace {
+
+MouseEvent EventAt(QPointF place, MouseAction action, MouseButton button) {
+    return {action, button, place.x(), place.y()};
 }
 
-MouseButton ButtonFor(Qt::MouseButtons buttons) {
-    return buttons.testFlag(Qt::RightButton) ? MouseButton::Right : MouseButton::Left;
-}
+}  // namespace
 
-MouseRelay::MouseRelay(Bindings& bindings, Control& control, QWidget& widget, Widget needs)
-    : QObject(&widget), bindings_(bindings), control_(control), widget_(widget), needs_(needs) {
+MouseRelay::MouseRelay(Bindings& bindings, Control& control, QWidget& widget, Widget needs,
+                       MouseGround ground)
+    : QObject(&widget), bindings_(bindings), control_(control), needs_(needs), ground_(std::move(ground)) {
+    if (!ground_.toControl) ground_.toControl = [](QPointF position) { return position; };
+    if (!ground_.holds)
+        ground_.holds = [&widget](QPointF position) { return widget.rect().contains(position.toPoint()); };
     widget.installEventFilter(this);
 }
 
@@ -20,24 +26,59 @@ bool MouseRelay::eventFilter(QObject* watched, QEvent* event) {
     const bool ofMouse = type == QEvent::MouseButtonPress || type == QEvent::MouseMove ||
                          type == QEvent::MouseButtonRelease || type == QEvent::MouseButtonDblClick;
     if (!ofMouse || !(control_.OnMouse || control_.OnClick)) return QObject::eventFilter(watched, event);
-    return Pass(static_cast<const QMouseEvent&>(*event)) && needs_ == Widget::LeavesMouse;
+    Pass(static_cast<const QMouseEvent&>(*event));
+    return needs_ == Widget::LeavesMouse;
 }
 
-bool MouseRelay::Pass(const QMouseEvent& event) {
-    const double x = event.position().x();
-    const double y = event.position().y();
-    if (event.type() == QEvent::MouseMove) {
-        const MouseEvent moved{MouseAction::Move, ButtonFor(event.buttons()), x, y};
-        if (event.buttons() != Qt::NoButton) bindings_.ActQuietly([&] { control_.Mouse(moved); });
-        return true;
-    }
-    const bool released = event.type() == QEvent::MouseButtonRelease;
-    const MouseButton button = ButtonFor(event.button());
+std::optional<MouseButton> MouseRelay::ButtonFor(Qt::MouseButton button) const {
+    if (button == Qt::RightButton) return MouseButton::Right;
+    if (button == Qt::LeftButton || (button == Qt::MiddleButton && ground_.middleIsLeft))
+        return MouseButton::Left;
+    return std::nullopt;
+}
+
+void MouseRelay::Pass(const QMouseEvent& event) {
+    if (event.type() == QEvent::MouseMove) return Move(event);
+    const std::optional<MouseButton> button = ButtonFor(event.button());
+    if (!button) return;
+    if (event.type() == QEvent::MouseButtonRelease)
+        Release(event.position(), *button, event.buttons() == Qt::NoButton);
+    else
+        Press(event.position(), *button);
+}
+
+void MouseRelay::Move(const QMouseEvent& event) {
+    const bool follows = needs_ == Widget::LeavesMouse && ground_.holds(event.position());
+    if (!pressed_ && !follows) return;
+    const MouseButton button =
+        event.buttons().testFlag(Qt::RightButton) ? MouseButton::Right : MouseButton::Left;
+    const MouseEvent moved = EventAt(ground_.toControl(event.position()), MouseAction::Move, button);
+    bindings_.ActQuietly([&] { control_.Mouse(moved); });
+}
+
+void MouseRelay::Press(QPointF position, MouseButton button) {
+    pressed_ = ground_.holds(position);
+    if (!pressed_) return;
+    const MouseEvent pressed = EventAt(ground_.toControl(position), MouseAction::Down, button);
+    bindings_.Act(control_, [&] { control_.Mouse(pressed); });
+}
+
+void MouseRelay::Release(QPointF position, MouseButton button, bool last) {
+    if (!pressed_) return;
+    pressed_ = !last;
+    const MouseEvent released = EventAt(ground_.toControl(position), MouseAction::Up, button);
     bindings_.Act(control_, [&] {
-        control_.Mouse({released ? MouseAction::Up : MouseAction::Down, button, x, y});
-        if (released && widget_.rect().contains(event.position().toPoint())) control_.ClickBy(button);
+        control_.Mouse(released);
+        if (ground_.holds(position)) control_.ClickBy(button);
     });
-    return true;
+}
+
+void MouseRelay::Click(MouseButton button, QPointF place) {
+    bindings_.Act(control_, [&] {
+        control_.Mouse(EventAt(place, MouseAction::Down, button));
+        control_.Mouse(EventAt(place, MouseAction::Up, button));
+        control_.ClickBy(button);
+    });
 }
 
 }  // namespace veltrix

@@ -1,39 +1,52 @@
 #pragma once
-// The mouse on a text or label whose model follows it.
+// The mouse on a widget whose model follows it.
 
 #include <QMouseEvent>
 #include <QObject>
 #include <QWidget>
+#include <functional>
 #include <optional>
 
 #include "window/bindings.h"
 
 namespace veltrix {
 
-/// The button of a model that a button of the mouse stands for: the right one is itself, any other is the
-/// left.
-MouseButton ButtonFor(Qt::MouseButton button);
-/// The one held down during a move; the left when none is.
-MouseButton ButtonFor(Qt::MouseButtons buttons);
+/// Where a widget's positions lie on its control; what is not given is the widget's own. And what the mouse
+/// means there.
+struct MouseGround {
+    std::function<QPointF(QPointF)> toControl = {};  ///< the same in the control's coordinates
+    std::function<bool(QPointF)> holds = {};         ///< whether the control is there
+    bool middleIsLeft = false;                       ///< the middle button acts as the left one
+};
 
-/// Passes presses, moves with a button held, releases and clicks on a widget to its control, in the widget's
-/// own coordinates, as far as the form has set handlers for them. Owned by the widget. Where the widget needs
-/// the mouse itself, it still gets it.
+/// Passes presses, moves, releases and clicks on a widget to its control, as far as the form has set handlers
+/// for them. What begins outside the control is not its own; what began on it goes on outside. A click is a
+/// release inside. Other buttons than the left and the right one mean nothing. Owned by the widget.
 class MouseRelay final : public QObject {
   public:
+    /// Whether the widget gets the mouse all the same. From one that does, moves are passed on only while a
+    /// button is held.
     enum class Widget { NeedsMouse, LeavesMouse };
 
-    MouseRelay(Bindings& bindings, Control& control, QWidget& widget, Widget needs);
+    MouseRelay(Bindings& bindings, Control& control, QWidget& widget, Widget needs, MouseGround ground = {});
+
+    /// A whole click at a place of the control, as by a key.
+    void Click(MouseButton button, QPointF place);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    bool Pass(const QMouseEvent& event);
+    void Pass(const QMouseEvent& event);
+    void Move(const QMouseEvent& event);
+    void Press(QPointF position, MouseButton button);
+    void Release(QPointF position, MouseButton button, bool last);
+    std::optional<MouseButton> ButtonFor(Qt::MouseButton button) const;
 
     Bindings& bindings_;
     Control& control_;
-    QWidget& widget_;
     Widget needs_;
+    MouseGround ground_;
+    bool pressed_ = false;
 };
 
 }  // namespace veltrix

@@ -1,7 +1,6 @@
 #include "window/surface_view.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
 #include <algorithm>
@@ -9,7 +8,6 @@
 
 #include "window/captions.h"
 #include "window/enlarge.h"
-#include "window/mouse_relay.h"
 
 namespace veltrix {
 
@@ -49,7 +47,15 @@ SurfacePlace PlaceOf(QSize pixels, QSize room, double ratio) {
 }
 
 SurfaceView::SurfaceView(Bindings& bindings, PictureBox& box, QWidget* parent)
-    : QWidget(parent), bindings_(bindings), box_(box) {
+    : QWidget(parent),
+      bindings_(bindings),
+      box_(box),
+      mouse_(new MouseRelay(bindings, box, *this, MouseRelay::Widget::LeavesMouse,
+                            {.toControl = [this](QPointF position) { return InScale(PixelAt(position)); },
+                             .holds =
+                                 [this](QPointF position) {
+                                     return QRect({0, 0}, SizeOf(box_)).contains(PixelAt(position));
+                                 }})) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -154,50 +160,11 @@ QPoint SurfaceView::PixelAt(QPointF position) const {
     return {static_cast<int>(std::floor(at.x())), static_cast<int>(std::floor(at.y()))};
 }
 
-bool SurfaceView::Holds(QPoint pixel) const {
-    return QRect({0, 0}, SizeOf(box_)).contains(pixel);
-}
-
-MouseEvent SurfaceView::EventAt(QPoint pixel, MouseAction action, MouseButton button) const {
+QPointF SurfaceView::InScale(QPoint pixel) const {
     const SurfaceScale& scale = box_.surface.Scale();
     const QSize size = SizeOf(box_);
-    return {action, button, scale.left + pixel.x() * scale.width / size.width(),
+    return {scale.left + pixel.x() * scale.width / size.width(),
             scale.top + pixel.y() * scale.height / size.height()};
-}
-
-void SurfaceView::mousePressEvent(QMouseEvent* event) {
-    const QPoint pixel = PixelAt(event->position());
-    pressed_ = Holds(pixel);
-    if (!pressed_) return;
-    const MouseEvent pressed = EventAt(pixel, MouseAction::Down, ButtonFor(event->button()));
-    bindings_.Act(box_, [&] { box_.Mouse(pressed); });
-}
-
-void SurfaceView::mouseMoveEvent(QMouseEvent* event) {
-    const QPoint pixel = PixelAt(event->position());
-    if (!pressed_ && !Holds(pixel)) return;
-    const MouseEvent moved = EventAt(pixel, MouseAction::Move, ButtonFor(event->buttons()));
-    bindings_.ActQuietly([&] { box_.Mouse(moved); });
-}
-
-void SurfaceView::mouseReleaseEvent(QMouseEvent* event) {
-    if (!pressed_) return;
-    pressed_ = event->buttons() != Qt::NoButton;
-    const QPoint pixel = PixelAt(event->position());
-    const MouseButton button = ButtonFor(event->button());
-    const MouseEvent released = EventAt(pixel, MouseAction::Up, button);
-    bindings_.Act(box_, [&] {
-        box_.Mouse(released);
-        if (Holds(pixel)) box_.ClickBy(button);
-    });
-}
-
-void SurfaceView::Click(MouseButton button, QPoint pixel) {
-    bindings_.Act(box_, [&] {
-        box_.Mouse(EventAt(pixel, MouseAction::Down, button));
-        box_.Mouse(EventAt(pixel, MouseAction::Up, button));
-        box_.ClickBy(button);
-    });
 }
 
 void SurfaceView::focusInEvent(QFocusEvent* event) {
@@ -207,14 +174,14 @@ void SurfaceView::focusInEvent(QFocusEvent* event) {
 }
 
 void SurfaceView::keyPressEvent(QKeyEvent* event) {
-    const QPoint centre(SizeOf(box_).width() / 2, SizeOf(box_).height() / 2);
+    const QPointF centre = InScale({SizeOf(box_).width() / 2, SizeOf(box_).height() / 2});
     switch (event->key()) {
         case Qt::Key_Space:
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return Click(MouseButton::Left, centre);
+            return mouse_->Click(MouseButton::Left, centre);
         case Qt::Key_Menu:
-            return Click(MouseButton::Right, centre);
+            return mouse_->Click(MouseButton::Right, centre);
         default:
             QWidget::keyPressEvent(event);
     }

@@ -9,6 +9,7 @@
 
 #include "display/picture_box.h"
 #include "window/bindings.h"
+#include "window/mouse_relay.h"
 
 namespace veltrix {
 
@@ -61,9 +62,6 @@ class SurfaceView final : public QWidget {
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -77,17 +75,16 @@ class SurfaceView final : public QWidget {
     void Prepare(const SurfacePlace& place);
     /// The pixel of the surface that a position lies in; it may lie outside.
     QPoint PixelAt(QPointF position) const;
-    bool Holds(QPoint pixel) const;
-    MouseEvent EventAt(QPoint pixel, MouseAction action, MouseButton button) const;
-    void Click(MouseButton button, QPoint pixel);
+    /// A pixel of the surface in the surface's own coordinates.
+    QPointF InScale(QPoint pixel) const;
 
     Bindings& bindings_;
     PictureBox& box_;
+    MouseRelay* mouse_;
     std::vector<Pinned> pinned_;
     std::vector<std::function<void()>> placed_;
     QImage shown_;  // the surface as it is on the screen, in pixels of the screen
     bool stale_ = true;
-    bool pressed_ = false;
     bool focusByKey_ = false;  // the focus is shown to those who moved it with the keys
 };
 

@@ -64,14 +64,17 @@ TEST_F(Surfaces, AClickIsAReleaseInsideByEitherButton) {
     QTest::mouseClick(&view, Qt::LeftButton, {}, inside);
     QTest::mouseClick(&view, Qt::RightButton, {}, inside);
     QTest::mouseClick(&view, Qt::MiddleButton, {}, inside);
-    EXPECT_EQ(clicks, (std::vector{MouseButton::Left, MouseButton::Right, MouseButton::Left}));
+    EXPECT_EQ(clicks, (std::vector{MouseButton::Left, MouseButton::Right}));
 
     QTest::mousePress(&view, Qt::LeftButton, {}, inside);
     QTest::mouseRelease(&view, Qt::LeftButton, {}, {-20, -20});
-    EXPECT_EQ(clicks.size(), 3U) << "released outside";
+    EXPECT_EQ(clicks.size(), 2U) << "released outside";
     EXPECT_EQ(actions.back(), MouseAction::Up);
+    QTest::mousePress(&view, Qt::LeftButton, {}, {-20, -20});
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, inside);
+    EXPECT_EQ(clicks.size(), 2U) << "pressed outside";
     QTest::keyClick(&view, Qt::Key_Space);
-    EXPECT_EQ(clicks.size(), 4U);
+    EXPECT_EQ(clicks.size(), 3U);
 }
 
 TEST_F(Surfaces, WhatIsPaintedIsShownInItsColours) {
@@ -154,6 +157,9 @@ TEST_F(Surfaces, MarksStandAtTheirPlaceAndFollowTheMouse) {
     EXPECT_EQ(seen[1].action, MouseAction::Up);
     EXPECT_EQ(seen[1].button, MouseButton::Right);
     EXPECT_NEAR(seen[1].x, 4, 1);
+    QTest::mouseClick(&shown, Qt::MiddleButton);
+    ASSERT_EQ(seen.size(), 4U);
+    EXPECT_EQ(seen[3].button, MouseButton::Left) << "on a mark the middle button selects, too";
 
     window->resize(1900, 1000);
     NextFrame();
@@ -162,13 +168,14 @@ TEST_F(Surfaces, MarksStandAtTheirPlaceAndFollowTheMouse) {
 }
 
 TEST_F(Surfaces, TheMouseOnTheStrongestDetectionReachesIt) {
-    int downs = 0;
-    controls.Text("Text5").OnMouse = [&](const MouseEvent& event) {
-        downs += event.action == MouseAction::Down;
-    };
+    int actions = 0;
+    controls.Text("Text5").OnMouse = [&](const MouseEvent&) { ++actions; };
     Show();
-    QTest::mouseClick(&Widget<QWidget>("Text5"), Qt::LeftButton);
-    EXPECT_EQ(downs, 1);
+    auto& box = Widget<QWidget>("Text5");
+    QTest::mouseMove(&box, QPoint(5, 5));
+    QTest::mouseMove(&box, QPoint(9, 5));
+    QTest::mouseClick(&box, Qt::LeftButton);
+    EXPECT_EQ(actions, 2) << "press and release; the mouse may pass over it";
 }
 
 }  // namespace
