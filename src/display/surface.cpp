@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -9,11 +10,9 @@ namespace veltrix {
 
 namespace {
 
-constexpr double Far = 1e6;         // pixels; whatever lies beyond is outside every surface
-constexpr int LongestLine = 20000;  // pixels
+constexpr double Far = 1e9;  // pixels; whatever lies beyond is taken to lie there
 
-/// The pixel that a distance from the edge lies in: its integer part. What lies far outside, or is no number,
-/// is kept outside.
+/// The pixel that a distance from the edge lies in: its integer part. What is no number is kept outside.
 int PixelAt(double distance) {
     if (!(distance > -Far && distance < Far))
         return distance > 0 ? static_cast<int>(Far) : -static_cast<int>(Far);
@@ -24,6 +23,45 @@ int PixelAt(double distance) {
 int NearestPixel(double distance) {
     return PixelAt(distance + 0.5);
 }
+
+/// A row of steps along a line, both ends included; empty where the first lies behind the last.
+struct Steps {
+    std::int64_t first;
+    std::int64_t last;
+};
+
+/// Those of `steps` steps of one pixel each, on the way from `from` to `to`, that lie on `size` pixels.
+Steps StepsOn(int size, int from, int to, std::int64_t steps) {
+    const Steps on = to < from ? Steps{from - (size - 1), from} : Steps{-from, size - 1 - from};
+    return {std::max<std::int64_t>(on.first, 0), std::min(on.last, steps)};
+}
+
+/// One coordinate on the way along a line, as Bresenham walks it: a whole pixel with each step along the
+/// longer side, one across when it is due.
+class LineWalk {
+  public:
+    /// From `from` to `to` in `steps` steps, of which `done` are behind.
+    LineWalk(int from, int to, std::int64_t steps, std::int64_t done)
+        : length_(std::abs(to - from)), steps_(steps), sign_(to < from ? -1 : 1) {
+        const std::int64_t gone = done == 0 ? 0 : (done * length_ + steps - 1 - steps / 2) / steps;
+        at_ = from + sign_ * static_cast<int>(gone);
+        due_ = steps / 2 - done * length_ + gone * steps;
+    }
+    int At() const { return at_; }
+    void Step() {
+        due_ -= length_;
+        if (due_ >= 0) return;
+        at_ += sign_;
+        due_ += steps_;
+    }
+
+  private:
+    std::int64_t length_;
+    std::int64_t steps_;
+    std::int64_t due_ = 0;
+    int sign_;
+    int at_ = 0;
+};
 
 }  // namespace
 
@@ -55,29 +93,20 @@ ColourValue Surface::Point(double x, double y) const {
 }
 
 void Surface::Line(double x1, double y1, double x2, double y2, ColourValue color) {
-    Pixel at = PixelOf(x1, y1);
+    const Pixel from = PixelOf(x1, y1);
     const Pixel to = PixelOf(x2, y2);
-    const int dx = std::abs(to.x - at.x);
-    const int dy = std::abs(to.y - at.y);
-    const int steps = std::max(dx, dy);
-    if (steps > LongestLine) return;
-    const int signX = to.x < at.x ? -1 : 1;
-    const int signY = to.y < at.y ? -1 : 1;
-    // Bresenham's way: a whole pixel along the longer side with each step, one across when it is due.
-    int dueX = steps / 2;
-    int dueY = steps / 2;
-    for (int i = 0; i <= steps; ++i) {
-        Paint(at, color);
-        dueX -= dx;
-        dueY -= dy;
-        if (dueX < 0) {
-            at.x += signX;
-            dueX += steps;
-        }
-        if (dueY < 0) {
-            at.y += signY;
-            dueY += steps;
-        }
+    const std::int64_t width = std::abs(to.x - from.x);
+    const std::int64_t height = std::abs(to.y - from.y);
+    const std::int64_t steps = std::max(width, height);
+    const Steps seen = width >= height ? StepsOn(image_.width, from.x, to.x, steps)
+                                       : StepsOn(image_.height, from.y, to.y, steps);
+    if (seen.first > seen.last) return;
+    LineWalk x(from.x, to.x, steps, seen.first);
+    LineWalk y(from.y, to.y, steps, seen.first);
+    for (std::int64_t i = seen.first; i <= seen.last; ++i) {
+        Paint({x.At(), y.At()}, color);
+        x.Step();
+        y.Step();
     }
     Painted();
 }
@@ -85,19 +114,24 @@ void Surface::Line(double x1, double y1, double x2, double y2, ColourValue color
 void Surface::Circle(double x, double y, double radius, ColourValue color) {
     const double centreX = AcrossPixels(x);
     const double centreY = DownPixels(y);
-    const double r = std::abs(radius * image_.width / scale_.width);
-    if (!(r < LongestLine && std::abs(centreX) < LongestLine && std::abs(centreY) < LongestLine)) return;
+    const double r = std::abs(AcrossPixels(radius) - AcrossPixels(0));
+    if (!std::isfinite(centreX + centreY + r)) return;
     // One pixel in each column of the flat arcs and in each row of the steep ones.
     const double reach = r * std::sqrt(0.5);
-    const auto walk = [&](double middle, auto&& paint) {
-        for (double along = std::ceil(middle - reach); along <= middle + reach; ++along) {
+    const auto walk = [&](double middle, int size, auto&& paint) {
+        const double last = std::min<double>(middle + reach, size - 1);
+        for (double along = std::max(std::ceil(middle - reach), 0.0); along <= last; ++along) {
             const double across = std::sqrt(std::max(r * r - (along - middle) * (along - middle), 0.0));
             paint(static_cast<int>(along), -across);
             paint(static_cast<int>(along), across);
         }
     };
-    walk(centreX, [&](int column, double across) { Paint({column, NearestPixel(centreY + across)}, color); });
-    walk(centreY, [&](int row, double across) { Paint({NearestPixel(centreX + across), row}, color); });
+    walk(centreX, image_.width, [&](int column, double across) {
+        Paint({column, NearestPixel(centreY + across)}, color);
+    });
+    walk(centreY, image_.height, [&](int row, double across) {
+        Paint({NearestPixel(centreX + across), row}, color);
+    });
     Painted();
 }
 

@@ -20,9 +20,9 @@ struct SurfaceScale {
     double height = 0;
 };
 
-/// Pixels that all displays draw on. Coordinates are in the surface's own scale; a coordinate belongs to the
-/// pixel that it lies in. Whatever falls outside is left out. Painting one pixel costs a few compares and a
-/// store.
+/// Pixels that all displays draw on. Coordinates are in the surface's own scale and taken as 4-byte floats; a
+/// coordinate belongs to the pixel that it lies in. Whatever falls outside is left out. Painting one pixel
+/// costs a few compares and a store.
 class Surface {
   public:
     /// A surface of `width` by `height` pixels. REQUIRES a scale whose width and height are not 0.
@@ -37,7 +37,7 @@ class Surface {
     void PSet(double x, double y, ColourValue color);
     /// Reads one pixel; -1 outside.
     ColourValue Point(double x, double y) const;
-    /// A straight line, both ends included. One that is longer than any surface is left out.
+    /// A straight line, both ends included.
     void Line(double x1, double y1, double x2, double y2, ColourValue color);
     /// The outline of a circle; the radius is in units of the width. A pixel stands for the coordinates of
     /// its upper left corner, so that a circle around a pixel's coordinates is symmetric about that pixel.
@@ -71,8 +71,12 @@ class Surface {
 
     /// Distances from the left and the upper edge in pixels. Multiplied before it is divided, so that whole
     /// coordinates on the border between two pixels stay there.
-    double AcrossPixels(double x) const { return (x - scale_.left) * image_.width / scale_.width; }
-    double DownPixels(double y) const { return (y - scale_.top) * image_.height / scale_.height; }
+    double AcrossPixels(double x) const {
+        return (static_cast<float>(x) - scale_.left) * image_.width / scale_.width;
+    }
+    double DownPixels(double y) const {
+        return (static_cast<float>(y) - scale_.top) * image_.height / scale_.height;
+    }
     Pixel PixelOf(double x, double y) const;
     bool Holds(Pixel at) const {
         return at.x >= 0 && at.x < image_.width && at.y >= 0 && at.y < image_.height;

@@ -40,6 +40,7 @@ TEST_F(SurfaceTest, ACoordinateBelongsToThePixelItLiesIn) {
     } cases[] = {
         {{0, 0, 24, 180}, 0, 0, 0, 0},
         {{0, 0, 24, 180}, 24 * (1 - second), 179.9, 556, 556},
+        {{0, 0, 24, 180}, 24 * (1 - second / 1e4), 0, -1, -1},  // coordinates are 4-byte floats
         {{0, 0, 24, 180}, 24, 0, -1, -1},
         {{0, 0, 24, 180}, 12, 90, 278, 278},
         {{0, 0, 24, 180}, 12, -0.001, -1, -1},
@@ -94,8 +95,20 @@ TEST_F(SurfaceTest, WhatFallsOutsideIsLeftOut) {
     pixels.PSet(1e9, -1e9, Red);
     pixels.Print("text far outside");
     EXPECT_EQ(Drawn(pixels).find('#'), std::string::npos);
-    pixels.Line(-5, 3, 20, 3, Red);
-    EXPECT_EQ(Drawn(pixels).substr(30, 9), "#########");
+    pixels.Line(-5e8, 3, 1e300, 3, Red);
+    EXPECT_EQ(Drawn(pixels).substr(30, 9), "#########") << "what lies inside is drawn";
+    for (const int far : {4, 40, 40000, 4000000}) {
+        Surface plate(9, 7, glyphs, {0, 0, 9, 7});
+        plate.Line(4 - far, 3 - 2 * far, 4 + far, 3 + 2 * far, Red);
+        EXPECT_EQ(Drawn(plate),
+                  "..#......\n...#.....\n...#.....\n....#....\n....#....\n.....#...\n.....#...\n")
+            << far;
+        Surface other(9, 7, glyphs, {0, 0, 9, 7});
+        other.Circle(4 - 10.0 * far, 3, 10.0 * far, Red);
+        EXPECT_EQ(Drawn(other),
+                  "....#....\n....#....\n....#....\n....#....\n....#....\n....#....\n....#....\n")
+            << far;
+    }
 }
 
 TEST_F(SurfaceTest, ClearingGoesBackToThePictureAndTheTextToTheCorner) {
