@@ -18,16 +18,14 @@ class PictureBox final : public Control {
 
     Surface surface;
 
-    /// Follows the mouse always, also where nobody looks.
-    bool Mouse(const MouseEvent& event) override {
-        Control::Mouse(event);
-        return true;
-    }
     std::optional<Bitmap> Snapshot() const override { return surface.Image(); }
     std::optional<ColourValue> PixelAt(double x, double y) const override { return surface.Point(x, y); }
     std::vector<std::string> Lines() const override {
         return {std::to_string(surface.Image().width) + " " + std::to_string(surface.Image().height)};
     }
+
+  protected:
+    bool AlwaysFollowsMouse() const override { return true; }
 };
 
 }  // namespace veltrix

@@ -6,6 +6,7 @@
 namespace veltrix {
 
 void DailyRollover::Timer5_Timer() {
+    const auto hasEnded = [this] { return strPrevDate != strDate; };
     UnderErrorConvention(
         errors_, "Timer5_Timer", [&] { strDate = FormatDate(platform_.clock.Now(), "YYYY-MM-DD"); },
         [&] {
@@ -13,13 +14,13 @@ void DailyRollover::Timer5_Timer() {
                 strPrevDate = platform_.store.GetSetting("Setting", "strPrevDate", strDate);
         },
         [&] {
-            if (strPrevDate != strDate) SaveBitmap(platform_.files, "picture5yesterday.bmp", plot_.Image());
+            if (hasEnded()) SaveBitmap(platform_.files, "picture5yesterday.bmp", plot_.Image());
         },
         [&] {
-            if (strPrevDate != strDate) plot_.SetPicture({});
+            if (hasEnded()) plot_.SetPicture({});
         },
         [&] {
-            if (strPrevDate != strDate && platform_.files.Exists("picture5m.bmp"))
+            if (hasEnded() && platform_.files.Exists("picture5m.bmp"))
                 plot_.SetPicture(platform_.pictures.Load("picture5m.bmp"));
         },
         [&] { strPrevDate = strDate; },

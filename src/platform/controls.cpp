@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <stdexcept>
 
 #include "common/letter_case.h"
 #include "common/neutral_text.h"
@@ -43,9 +44,8 @@ bool Control::ClickBy(MouseButton button) {
 }
 
 bool Control::Mouse(const MouseEvent& event) {
-    if (!OnMouse) return false;
-    OnMouse(event);
-    return true;
+    if (OnMouse) OnMouse(event);
+    return OnMouse || AlwaysFollowsMouse();
 }
 
 bool TextBox::Enter(std::string_view text) {
@@ -66,6 +66,10 @@ bool CheckBox::ClickBy(MouseButton button) {
     return button == MouseButton::Left && Enter(Checked() ? "0" : "1");
 }
 
+bool Button::ClickBy(MouseButton button) {
+    return button == MouseButton::Left && Control::ClickBy(button);
+}
+
 void ListBox::SetEntries(std::vector<std::string> entries) {
     entries_ = std::move(entries);
     listIndex_ = -1;
@@ -75,10 +79,6 @@ void ListBox::SetEntries(std::vector<std::string> entries) {
 void ListBox::Add(std::string entry) {
     entries_.push_back(std::move(entry));
     Changed();
-}
-
-bool Button::ClickBy(MouseButton button) {
-    return button == MouseButton::Left && Control::ClickBy(button);
 }
 
 std::string ListBox::Chosen() const {
@@ -117,11 +117,6 @@ std::vector<std::string> Marker::Lines() const {
             (Visible() ? " 1" : " 0")};
 }
 
-bool Marker::Mouse(const MouseEvent& event) {
-    Control::Mouse(event);
-    return true;
-}
-
 std::optional<Bitmap> Marker::Snapshot() const {
     return Bitmap{Side, Side, std::vector<ColourValue>(std::size_t{Side} * Side, BackColor())};
 }
@@ -134,6 +129,12 @@ std::optional<ColourValue> Marker::PixelAt(double x, double y) const {
 Control* ControlSet::Find(std::string_view name) const {
     const auto found = byName_.find(LowerCase(name));
     return found == byName_.end() ? nullptr : found->second;
+}
+
+Control& ControlSet::Require(std::string_view name) const {
+    Control* const control = Find(name);
+    if (!control) throw std::logic_error("the form has no control named " + std::string(name));
+    return *control;
 }
 
 void ControlSet::Keep(std::unique_ptr<Control> control) {

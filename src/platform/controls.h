@@ -70,7 +70,7 @@ class Control {
     virtual bool ClickBy(MouseButton button);
 
     /// Any mouse action of a user. False when the control does not follow the mouse.
-    virtual bool Mouse(const MouseEvent& event);
+    bool Mouse(const MouseEvent& event);
 
     /// What is painted on the control at this moment; nothing for one that has no pixels.
     virtual std::optional<Bitmap> Snapshot() const { return std::nullopt; }
@@ -82,6 +82,9 @@ class Control {
     std::function<void()> OnShow;                    ///< set by the widget: something shown has changed
 
   protected:
+    /// Whether the mouse is followed even while no handler is set.
+    virtual bool AlwaysFollowsMouse() const { return false; }
+
     template <class T>
     void Set(T& property, T value) {
         if (property == value) return;
@@ -206,10 +209,11 @@ class Marker final : public Control {
     explicit Marker(std::string name) : Control(std::move(name), ControlKind::Marker) {}
     /// One line: left, top, background and visibility, with blanks between.
     std::vector<std::string> Lines() const override;
-    /// Follows the mouse always, also where nobody looks.
-    bool Mouse(const MouseEvent& event) override;
     std::optional<Bitmap> Snapshot() const override;
     std::optional<ColourValue> PixelAt(double x, double y) const override;
+
+  protected:
+    bool AlwaysFollowsMouse() const override { return true; }
 };
 
 /// A group of controls that is seen or hidden as a whole, such as a dialog that lies on a view.
@@ -237,6 +241,8 @@ class ControlSet {
     }
     /// The control of that name, or null.
     Control* Find(std::string_view name) const;
+    /// The same for a name that the form is designed with. Throws std::logic_error when there is none.
+    Control& Require(std::string_view name) const;
     const std::vector<std::unique_ptr<Control>>& All() const { return all_; }
 
   private:

@@ -61,10 +61,4 @@ FormControls::FormControls(Glyphs& glyphs)
     for (const TabDesign& strip : TabDesigns()) set_.Make<TabStrip>(std::string(strip.name), strip.tabs);
 }
 
-Control& FormControls::Require(std::string_view name) const {
-    Control* const control = set_.Find(name);
-    if (!control) throw std::logic_error("the form has no control named " + std::string(name));
-    return *control;
-}
-
 }  // namespace veltrix

@@ -34,9 +34,8 @@ class FormControls {
   private:
     template <class T>
     T& Get(std::string_view name) {
-        return dynamic_cast<T&>(Require(name));
+        return dynamic_cast<T&>(set_.Require(name));
     }
-    Control& Require(std::string_view name) const;
 
     ControlSet set_;
     FormControl& form_;

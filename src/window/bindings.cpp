@@ -15,12 +15,6 @@ Bindings::~Bindings() {
         if (bound_.contains(control.get())) control->OnShow = nullptr;
 }
 
-Control& Bindings::Find(std::string_view name) const {
-    Control* const control = controls_.Find(name);
-    if (!control) throw std::logic_error("the form has no control named " + std::string(name));
-    return *control;
-}
-
 void Bindings::Watch(Control& control, std::function<void()> refresh) {
     if (bound_.contains(&control)) throw std::logic_error(control.Name() + " is shown twice");
     const std::size_t number = screen_.Add(std::move(refresh));

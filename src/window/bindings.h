@@ -25,7 +25,7 @@ class Bindings final : public QObject {
     ~Bindings() override;
 
     /// The control of that name. Throws std::logic_error when the form has none.
-    Control& Find(std::string_view name) const;
+    Control& Find(std::string_view name) const { return controls_.Require(name); }
 
     /// The control of that name, or null.
     Control* FindIf(std::string_view name) const { return controls_.Find(name); }

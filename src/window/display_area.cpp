@@ -116,6 +116,19 @@ QWidget* DisplayArea::MakeDialog(const char* frame, const char* cancel, QWidget&
     return dialog;
 }
 
+QWidget& DisplayArea::Labels(Qt::Orientation along, std::initializer_list<const char*> names, bool wraps) {
+    auto* const overlay = new Overlay(false);
+    int place = 0;
+    for (const char* const name : names) {
+        QWidget* const label = builder_.Make(name, wraps);
+        if (along == Qt::Horizontal)
+            overlay->Grid().addWidget(label, 0, place++);
+        else
+            overlay->Grid().addWidget(label, place++, 0);
+    }
+    return *overlay;
+}
+
 void DisplayArea::Cover(QWidget& overlay, const char* seenWith) {
     Control& control = bindings_.Find(seenWith);
     bindings_.Also(control, [&overlay, &control] { overlay.setVisible(control.Visible()); });
@@ -123,10 +136,7 @@ void DisplayArea::Cover(QWidget& overlay, const char* seenWith) {
 
 void DisplayArea::DressPolarDisplay(SurfaceView& view) {
     // The upper left corner of the surface itself is taken by its caption.
-    auto* const count = new Overlay(false);
-    count->Grid().addWidget(builder_.Make("Label2"), 0, 0);
-    count->Grid().addWidget(builder_.Make("Text2"), 0, 1);
-    view.Pin(*count, Qt::AlignTop | Qt::AlignRight);
+    view.Pin(Labels(Qt::Horizontal, {"Label2", "Text2"}), Qt::AlignTop | Qt::AlignRight);
 
     auto* const limits = new Overlay(true);
     int row = 0;
@@ -145,28 +155,21 @@ void DisplayArea::DressMap(SurfaceView& view) {
     for (int i = 1; Control* const marker = bindings_.FindIf(ElementName("Picture7", i)); ++i)
         new MarkerView(bindings_, dynamic_cast<Marker&>(*marker), view);
 
-    auto* const count = new Overlay(false);
-    count->Grid().addWidget(builder_.Make("lblTextStrikeCount"), 0, 0);
-    count->Grid().addWidget(builder_.Make("lblStrikeCount4"), 0, 1);
-    view.Pin(*count, Qt::AlignBottom | Qt::AlignRight);
+    view.Pin(Labels(Qt::Horizontal, {"lblTextStrikeCount", "lblStrikeCount4"}),
+             Qt::AlignBottom | Qt::AlignRight);
 
-    auto* const station = new Overlay(false);
-    int row = 0;
-    for (const char* const name :
-         {"LblStationName", "lblStationIp", "lblStationHostName", "LblStationLastHeared", "LblStationClock"})
-        station->Grid().addWidget(builder_.Make(name), row++, 0);
-    Cover(*station, "LblStationName");
-    view.Pin(*station, Qt::AlignBottom | Qt::AlignLeft);
+    QWidget& station = Labels(Qt::Vertical, {"LblStationName", "lblStationIp", "lblStationHostName",
+                                             "LblStationLastHeared", "LblStationClock"});
+    Cover(station, "LblStationName");
+    view.Pin(station, Qt::AlignBottom | Qt::AlignLeft);
 
-    auto* const hint = new Overlay(false);
-    hint->Grid().addWidget(builder_.Make("lblCalibrationMode", true), 0, 0);
-    Cover(*hint, "lblCalibrationMode");
-    view.Pin(*hint, Qt::AlignTop | Qt::AlignHCenter);
+    QWidget& hint = Labels(Qt::Vertical, {"lblCalibrationMode"}, true);
+    Cover(hint, "lblCalibrationMode");
+    view.Pin(hint, Qt::AlignTop | Qt::AlignHCenter);
 
-    auto* const whoIs = new Overlay(false);
-    whoIs->Grid().addWidget(builder_.Make("lblWhoIs"), 0, 0);
-    Cover(*whoIs, "lblWhoIs");
-    view.PinAt(*whoIs, bindings_.Find("lblWhoIs"));
+    QWidget& whoIs = Labels(Qt::Horizontal, {"lblWhoIs"});
+    Cover(whoIs, "lblWhoIs");
+    view.PinAt(whoIs, bindings_.Find("lblWhoIs"));
 }
 
 int DisplayArea::LeastScope() const {

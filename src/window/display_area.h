@@ -2,6 +2,7 @@
 // The displays: the square place of the three views, and the two scopes beside it.
 
 #include <QWidget>
+#include <initializer_list>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,8 @@ class DisplayArea final : public QWidget {
     SurfaceView& MakeView(const char* name, const char* title);
     Scope MakeScope(const char* view, const char* label, const std::vector<std::string_view>& below);
     QWidget* MakeDialog(const char* frame, const char* cancel, QWidget& parent);
+    /// A row or column of texts that lies on a view and lets the mouse through.
+    QWidget& Labels(Qt::Orientation along, std::initializer_list<const char*> names, bool wraps = false);
     void DressPolarDisplay(SurfaceView& view);
     void DressMap(SurfaceView& view);
     /// Shows what lies on a view together with the control of that name.

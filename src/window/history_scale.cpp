@@ -37,7 +37,7 @@ void HistoryScale::paintEvent(QPaintEvent* /*event*/) {
 
 void HistoryScale::Mark(QPainter& painter, double hour, double bearing, const QString& text) const {
     const SurfaceScale& scale = view_.Box().surface.Scale();
-    const QSize pixels{view_.Box().surface.Image().width, view_.Box().surface.Image().height};
+    const QSize pixels = SizeOf(view_.Box());
     const QPoint at =
         view_.InWidget(hour * pixels.width() / scale.width, bearing * pixels.height() / scale.height);
     const QRect plot(view_.InWidget(0, 0), view_.InWidget(pixels.width(), pixels.height()));
