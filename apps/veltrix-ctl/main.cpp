@@ -25,6 +25,8 @@ constexpr const char* Help =
     "  set NAME VALUE                type a text, tick with 0 or 1, choose an entry or a tab\n"
     "  click NAME [left|right]       click on a control\n"
     "  mouse NAME down|move|up|drop X Y [left|right]\n"
+    "  point NAME X Y                the colour of a pixel of a picture or mark; -1 outside\n"
+    "  save NAME FILE                write what is painted as a BMP file\n"
     "  quit                          close the station\n"
     "\n"
     "Exit code 0 when the station answers ok, 1 when it answers with an error or cannot be reached.\n";

@@ -193,7 +193,7 @@ bool Detector::Trigger(FailureHandler& failures) {
         },
         [this] {
             lPulseSamples = 1;
-            ++lTriggerCount;
+            lTriggerCount = NextCount(lTriggerCount);
         },
         [this] { receiver_.OnTrigger(); },
         [this] {

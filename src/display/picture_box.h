@@ -18,6 +18,10 @@ class PictureBox final : public Control {
 
     Surface surface;
 
+    /// The colours that the surface draws with.
+    ColourValue ForeColor() const override { return surface.ForeColor; }
+    ColourValue BackColor() const override { return surface.BackColor; }
+
     std::optional<Bitmap> Snapshot() const override { return surface.Image(); }
     std::optional<ColourValue> PixelAt(double x, double y) const override { return surface.Point(x, y); }
     std::vector<std::string> Lines() const override {
