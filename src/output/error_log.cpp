@@ -60,8 +60,8 @@ int ErrorLog::ReportError(const Failure& failure, std::string_view procedure, st
 
 int ErrorLog::ReportRuntimeError(const Failure& failure) {
     const ErrorContext& context = Context();
-    const Report report{failure, context.ErrProcedure, "Runtime Error", ErrorText(failure, context.ErrStage),
-                        context.ErrButtons};
+    const Report report{failure, std::string(context.ErrProcedure), "Runtime Error",
+                        ErrorText(failure, context.ErrStage), context.ErrButtons};
     int answer = reply::None;
     SkippingErrors([&] { WriteEntry(report); }, [&] { answer = Ask(report); }, [&] { WriteReply(answer); });
     return answer;
@@ -85,7 +85,7 @@ void ErrorLog::WriteEntry(const Report& report) {
         files_.AppendLine(logName_, indent + procedure);
         indent += "  ";
     }
-    files_.AppendLine(logName_, indent + Context().ErrProcedure);
+    files_.AppendLine(logName_, indent + std::string(Context().ErrProcedure));
 }
 
 int ErrorLog::Ask(const Report& report) {

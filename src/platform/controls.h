@@ -44,9 +44,9 @@ class Control {
     const std::string& Name() const { return name_; }
     ControlKind Kind() const { return kind_; }
 
-    ColourValue ForeColor() const { return foreColor_; }
+    virtual ColourValue ForeColor() const { return foreColor_; }
     void SetForeColor(ColourValue colour) { Set(foreColor_, colour); }
-    ColourValue BackColor() const { return backColor_; }
+    virtual ColourValue BackColor() const { return backColor_; }
     void SetBackColor(ColourValue colour) { Set(backColor_, colour); }
     bool Visible() const { return visible_; }
     void SetVisible(bool visible) { Set(visible_, visible); }

@@ -10,11 +10,14 @@
 
 namespace veltrix {
 
-/// The context that a procedure under the convention sets on entry; an error report names it.
+/// The context that a procedure under the convention sets on entry; an error report names it. It is not
+/// restored on leaving, so that a failure behind a called procedure is reported under the name of that one.
+/// The texts REQUIRE to last as long as the program, as literals do: two procedures are entered with every
+/// frame.
 struct ErrorContext {
-    std::string ErrProcedure;     ///< name of the running procedure
-    std::string ErrStage;         ///< "Init" on entry; a procedure may change it at its steps
-    std::int32_t ErrButtons = 2;  ///< 2 is abort, retry, ignore; 64 is information: log only
+    std::string_view ErrProcedure;  ///< name of the last procedure that was entered
+    std::string_view ErrStage;      ///< "Init" on entry; a procedure may change it at its steps
+    std::int32_t ErrButtons = 2;    ///< 2 is abort, retry, ignore; 64 is information: log only
 };
 
 /// Writes failures to the error log and asks the user, and keeps the log of notes. One object for the whole
@@ -34,8 +37,9 @@ class ErrorReporter {
     /// Ends the program at once, at the user's wish; does not return.
     virtual void EndProgram() = 0;
 
-    /// Hooks on entering and leaving a procedure. They do nothing: they run for each detection.
-    void EnterProcedure(const ErrorContext&) {}
+    /// Sets the context of a procedure that begins. `name` as in ErrorContext.
+    void EnterProcedure(std::string_view name) { context_ = {name, "Init", 2}; }
+    /// Hook on leaving a procedure. It does nothing: it runs with every frame.
     void LeaveProcedure(std::string_view) {}
 
   private:
@@ -97,12 +101,11 @@ void SkippingErrors(Steps&&... steps) {
     RunSteps(handler, steps...);
 }
 
-/// Runs the steps as the procedure `name` under the full convention: context, hooks, report and reply. False
-/// when the procedure was left before its end.
+/// Runs the steps as the procedure `name` under the full convention: context, report and reply. `name` as in
+/// ErrorContext. False when the procedure was left before its end.
 template <class... Steps>
 bool UnderErrorConvention(ErrorReporter& errors, std::string_view name, Steps&&... steps) {
-    errors.Context() = {std::string(name), "Init", 2};
-    errors.EnterProcedure(errors.Context());
+    errors.EnterProcedure(name);
     ReportFailures handler(errors);
     if (!RunSteps(handler, steps...)) return false;
     errors.LeaveProcedure(name);

@@ -14,13 +14,15 @@ BackgroundDialog::BackgroundDialog(FormControls& controls, Platform& platform, E
       clear_(controls.Push(parts.clear)),
       cancel_(controls.Push(parts.cancel)),
       key_(parts.key),
+      filesClick_(files_.Name() + "_Click"),
+      clearClick_(clear_.Name() + "_Click"),
       closesOnChoice_(parts.closesOnChoice) {}
 
 void BackgroundDialog::Start(std::function<void()> chosen, std::function<void()> clear) {
     whenChosen_ = std::move(chosen);
-    files_.OnClick = [this](MouseButton) { Choose(files_.Chosen(), files_.Name() + "_Click"); };
+    files_.OnClick = [this](MouseButton) { Choose(files_.Chosen(), filesClick_); };
     clear_.OnClick = [this, clear = std::move(clear)](MouseButton) {
-        UnderErrorConvention(errors_, clear_.Name() + "_Click", clear, [this] { Close(); });
+        UnderErrorConvention(errors_, clearClick_, clear, [this] { Close(); });
     };
     cancel_.OnClick = [this](MouseButton) { Close(); };
     chosen_ = platform_.store.GetSetting("Setting", key_, "");

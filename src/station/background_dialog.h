@@ -36,7 +36,7 @@ class BackgroundDialog {
     void Close() { frame_.SetVisible(false); }
 
     /// Takes another file, or none with the empty name: keeps it and runs what Start() was given. Failures
-    /// are reported as those of `procedure`.
+    /// are reported as those of `procedure`, a name that lasts as long as the program.
     void Choose(const std::string& name, std::string_view procedure);
 
     /// The chosen file when it is there, else the empty name.
@@ -53,6 +53,8 @@ class BackgroundDialog {
     Button& clear_;
     Button& cancel_;
     std::string key_;
+    std::string filesClick_;  // names of procedures, for error reports
+    std::string clearClick_;
     bool closesOnChoice_;
     std::string chosen_;  // name of the file
     std::function<void()> whenChosen_;

@@ -7,7 +7,8 @@
 namespace veltrix {
 
 FormDisplays::FormDisplays(FormControls& controls, ErrorReporter& errors)
-    : Picture5_(controls.Picture("Picture5").surface),
+    : errors_(errors),
+      Picture5_(controls.Picture("Picture5").surface),
       polar_(controls.Picture("Picture1").surface, controls.Picture("Picture9").surface, errors),
       history_(errors),
       amplitudeScope_(controls.Picture("Picture2").surface),
@@ -26,8 +27,18 @@ void FormDisplays::Arm() {
     xyScope_.ScopeArmXY();
 }
 
+void FormDisplays::ScopeTrigger(double dValue) {
+    UnderErrorConvention(errors_, "ScopeTrigger", [&] { amplitudeScope_.ScopeTrigger(dValue); });
+}
+
+void FormDisplays::ScopeTriggerXY(double dNS, double dEW) {
+    UnderErrorConvention(errors_, "ScopeTriggerXY", [&] { xyScope_.ScopeTriggerXY(dNS, dEW); });
+}
+
+/// The last of these frames enters the same procedure last as if they had come one by one.
 void FormDisplays::QuietFrames(std::size_t count, std::span<const double> lastNS,
                                std::span<const double> lastEW) {
+    errors_.EnterProcedure("ScopeTriggerXY");
     std::array<double, ScopeState::iSize> values{};
     const std::size_t last = std::min(lastNS.size(), values.size());
     lastNS = lastNS.last(last);

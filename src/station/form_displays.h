@@ -22,14 +22,15 @@ class FormDisplays final : public StrikeDisplays, public ScopeFeed {
     void UpdateDisplay(DateTime date, double dDir, double dAmp, const AmplitudeLimits& limits) override;
 
     void Arm() override;
-    void ScopeTrigger(double dValue) override { amplitudeScope_.ScopeTrigger(dValue); }
-    void ScopeTriggerXY(double dNS, double dEW) override { xyScope_.ScopeTriggerXY(dNS, dEW); }
+    void ScopeTrigger(double dValue) override;
+    void ScopeTriggerXY(double dNS, double dEW) override;
     bool Drawing() const override { return amplitudeScope_.Drawing() || xyScope_.Drawing(); }
     void QuietFrames(std::size_t count, std::span<const double> lastNS,
                      std::span<const double> lastEW) override;
     void MarkFit(double dAngle, double dRadius) override { xyScope_.MarkFit(dAngle, dRadius); }
 
   private:
+    ErrorReporter& errors_;
     Surface& Picture5_;
     PolarDisplay polar_;
     HistoryPlot history_;

@@ -46,8 +46,7 @@ void SampleTick::Timer1_Timer() {
     bRunning = true;
     ShowCaption(stopwatch_.ElapsedTime());
     stopwatch_.Reset();
-    errors_.Context() = {"Timer1_Timer", "Init", 2};
-    errors_.EnterProcedure(errors_.Context());
+    errors_.EnterProcedure("Timer1_Timer");
     lPrevTickClock = std::exchange(lTickClock, clock_.timeGetTime());
     DetectionBroadcaster* const broadcaster = delivery_.consumers.broadcaster;
     const bool toTheEnd = RunSteps(

@@ -48,7 +48,7 @@ TEST(ErrorConvention, TheReplyDecides) {
         EXPECT_EQ(ran, row.substr(failures + 1));
         EXPECT_EQ(reporter.reports.size(), failures) << "one report for each failure";
         for (const auto& [context, failure] : reporter.reports) {
-            EXPECT_EQ(context.ErrProcedure + context.ErrStage, "GyrelUpdateInit");
+            EXPECT_EQ(std::string(context.ErrProcedure) + std::string(context.ErrStage), "GyrelUpdateInit");
             EXPECT_EQ(context.ErrButtons + failure.Number(), 2 + errors::Overflow);
         }
     }

@@ -169,6 +169,8 @@ TEST_F(Tick, TheFirstErrorOfANumberIsAskedAboutAndTheSecondStopsDetection) {
     station.Feed(Plateau(32767));
     ASSERT_EQ(computer.messageBox.questions.size(), 1U);
     EXPECT_EQ(computer.messageBox.questions[0].lNumber, errors::Overflow);
+    EXPECT_TRUE(computer.messageBox.questions[0].title.starts_with("ScopeTriggerXY:"))
+        << "the procedure that was entered last";
     EXPECT_EQ(station.Get("Label4.ForeColor"), "255") << "the pulse was clipped";
     EXPECT_EQ(station.LoggedStrikes(), 1) << "ignored: the strike went its way";
     EXPECT_TRUE(station.warnings.empty());
