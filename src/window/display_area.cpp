@@ -109,10 +109,11 @@ QWidget* DisplayArea::MakeDialog(const char* frame, const char* cancel, QWidget&
         if (model.Visible()) dialog->raise();
     });
     Control& button = bindings_.Find(cancel);
+    // Wherever the focus is, as long as the dialog is seen; of two that are, each in its turn.
     auto* const escape = new QShortcut(Qt::Key_Escape, dialog);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, &bindings_,
-            [this, &button] { bindings_.Act(button, [&button] { button.ClickBy(MouseButton::Left); }); });
+    for (const auto pressed : {&QShortcut::activated, &QShortcut::activatedAmbiguously})
+        connect(escape, pressed, &bindings_,
+                [this, &button] { bindings_.Act(button, [&button] { button.ClickBy(MouseButton::Left); }); });
     return dialog;
 }
 

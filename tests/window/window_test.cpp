@@ -57,6 +57,7 @@ TEST_F(Window, OneViewIsSeenAtATime) {
 
 TEST_F(Window, EscapeCancelsADialog) {
     controls.Push("cmdCancel").OnClick = [&](MouseButton) { controls.Group("Frame2").SetVisible(false); };
+    controls.Push("cmdCancel2").OnClick = [&](MouseButton) { controls.Group("Frame3").SetVisible(false); };
     Show({960, 540});
     const auto& dialog = Widget<QWidget>("Frame2");
     EXPECT_FALSE(dialog.isVisible());
@@ -64,10 +65,16 @@ TEST_F(Window, EscapeCancelsADialog) {
     NextFrame();
     ASSERT_TRUE(dialog.isVisible());
     EXPECT_TRUE(dialog.parentWidget()->rect().contains(dialog.geometry()));
-    auto& list = Widget<QWidget>("File3");
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.isVisible());
+    for (const char* const focused : {"File3", "Picture1"}) {
+        controls.Group("Frame2").SetVisible(true);
+        controls.Group("Frame3").SetVisible(focused == std::string_view("Picture1"));
+        NextFrame();
+        ASSERT_TRUE(dialog.isVisible());
+        Widget<QWidget>(focused).setFocus();
+        for (int key = 0; key < 2; ++key) QTest::keyClick(&Widget<QWidget>(focused), Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible()) << focused;
+        EXPECT_FALSE(Widget<QWidget>("Frame3").isVisible());
+    }
 }
 
 TEST_F(Window, ClosesOnceAndComesBackWhereItStood) {
