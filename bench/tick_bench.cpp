@@ -22,7 +22,7 @@ struct DeskStation {
     DeskFiles files{folder.Text()};
     TestPlatform computer;
     FrmVeltrix form{{computer.clock, computer.loop, files, computer.processes, computer.store,
-                     computer.messageBox, computer.pictures, computer.glyphs},
+                     computer.messageBox, computer.pictures, computer.glyphs, computer.platform.sockets},
                     {}};
 
     DeskStation() {

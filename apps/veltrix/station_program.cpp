@@ -21,6 +21,7 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_glyphs.h"
 #include "platform/qt/qt_pictures.h"
+#include "platform/qt/qt_sockets.h"
 #include "platform/qt/resources.h"
 #include "platform/qt/signal_watch.h"
 #include "station/control_requests.h"
@@ -118,12 +119,13 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     }
     QtClock clock;
     QtEventLoop loop;
+    QtSockets sockets(loop, line.address);
     DeskFiles files(directory);
     DeskProcesses processes(files.WorkingDirectory(), QCoreApplication::applicationDirPath().toStdString());
     QtPictures pictures(files.WorkingDirectory());
     QtGlyphs glyphs;
     const std::unique_ptr<MessageBox> messageBox = MessageBoxFor(line, loop);
-    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs},
+    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs, sockets},
                     {VELTRIX_VERSION, recorder, Warn, ReleaseNotes()});
     if (line.print == CommandLine::Print::Detections)
         form.Consumers().onDetection = [](const Detection& detection) { Print(StrikeLogLine(detection)); };

@@ -22,6 +22,8 @@ inline constexpr int PermissionDenied = 70;
 inline constexpr int PathAccess = 75;  ///< a name that cannot be opened, such as a folder
 inline constexpr int PathNotFound = 76;
 inline constexpr int InvalidPicture = 481;
+inline constexpr int AddressInUse = 10048;
+inline constexpr int WrongSocketState = 40006;  ///< an operation that the state of a socket does not allow
 }  // namespace errors
 
 /// A line of our source: where a default argument `= __builtin_LINE()` was filled in.

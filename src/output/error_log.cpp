@@ -3,6 +3,7 @@
 #include <array>
 
 #include "common/neutral_text.h"
+#include "common/one_line.h"
 
 namespace veltrix {
 
@@ -113,7 +114,7 @@ void ErrorLog::LogNote(std::string_view text) {
         const auto day = static_cast<std::size_t>(CalendarOf(now).weekday - 1);
         const std::string name = InLogFolder(std::string(DayNames.at(day)) + ".log");
         PrepareFile(name, now);
-        files_.AppendLine(name, GeneralDate(now) + Indented(text));
+        files_.AppendLine(name, GeneralDate(now) + Indented(OnOneLine(std::string(text))));
     });
 }
 

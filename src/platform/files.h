@@ -52,6 +52,12 @@ class Files {
     /// The local date-time of a file's last change.
     virtual DateTime DateOfLastChange(std::string_view name) = 0;
 
+    /// The archive attribute: true when the file was changed, by whomever, since ClearArchive() was last
+    /// called for it, and when that never happened in this run. A file that is missing has none.
+    virtual bool HasArchive(std::string_view name) = 0;
+    /// Clears the attribute; does nothing for a file that is missing.
+    virtual void ClearArchive(std::string_view name) = 0;
+
     /// The names in `folder` ("" is the working directory) that match one of the patterns, such as
     /// "*.bmp;*.jpg", without regard to case, in alphabetical order. A folder that is missing has none.
     virtual std::vector<std::string> List(std::string_view folder, std::string_view patterns) = 0;

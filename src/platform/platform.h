@@ -9,6 +9,7 @@
 #include "platform/pictures.h"
 #include "platform/processes.h"
 #include "platform/settings_store.h"
+#include "platform/sockets.h"
 
 namespace veltrix {
 
@@ -22,6 +23,7 @@ struct Platform {
     MessageBox& messageBox;
     Pictures& pictures;
     Glyphs& glyphs;
+    Sockets& sockets;
 };
 
 }  // namespace veltrix

@@ -49,15 +49,15 @@ TEST_F(IniSettings, WhateverStandsInAFileATextComesBackAndTheFileIsStable) {
         return made;
     };
     for (int round = 0; round < 3000; ++round) {
-        const std::string before = some(junk, 40);
-        const std::string section = some(names, 4), key = some(names, 4), value = some(odd, 6);
+        const std::string before = some(junk, 40), section = some(names, 4), key = some(names, 4);
+        const std::string value = some(odd, 6);
         IniText ini(before);
         ini.SetValue(section, key, value);
         const std::string once = ini.Text();
         ASSERT_EQ(IniText(once).Value(section, key), value) << before << "\n--- became\n" << once;
         ASSERT_TRUE(IniText::KeepsAllOf(once)) << before << "\n--- became\n" << once;
     }
-    Store().SaveSetting("Setting", "Key", "one\r\ntwo\nthree"s + '\0' + "four\xff");
+    Store().SaveSetting("Setting", "Key", "one\r\ntwo\nthree\0four\xff"s);
     EXPECT_EQ(Get("setting", "kEY"), "one  two three four\xEF\xBF\xBD") << "made to fit into a line";
 }
 

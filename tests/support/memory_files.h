@@ -84,6 +84,14 @@ class MemoryFiles final : public Files {
     DateTime DateOfLastChange(std::string_view name) override {
         return File(FileOperation::Date, name).changed;
     }
+    bool HasArchive(std::string_view name) override {
+        const auto found = entries_.find(Plain(name));
+        return found != entries_.end() && found->second.hasArchive;
+    }
+    void ClearArchive(std::string_view name) override {
+        const auto found = entries_.find(Plain(name));
+        if (found != entries_.end()) found->second.hasArchive = false;
+    }
     std::vector<std::string> List(std::string_view folder, std::string_view patterns) override {
         std::vector<std::string> names;
         for (const std::string& path : AllFiles()) {
@@ -118,6 +126,7 @@ class MemoryFiles final : public Files {
         std::string content;
         DateTime changed = 0;
         bool isFolder = false;
+        bool hasArchive = true;  ///< until it is cleared
     };
     struct Fault {
         FileOperation operation;

@@ -4,8 +4,10 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/failure.h"
@@ -14,6 +16,7 @@
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
 #include "support/memory_files.h"
+#include "support/memory_sockets.h"
 #include "support/plain_glyphs.h"
 
 namespace veltrix {
@@ -91,9 +94,28 @@ struct MemoryPictures final : Pictures {
     std::map<std::string, Bitmap, std::less<>> all;  ///< by name in lower case; one without pixels is damaged
 };
 
-struct TestPlatform {
+/// What the computers of a test have in common.
+struct TestWorld {
     ManualClock clock;
     ManualLoop loop{clock};
+    MemoryNetwork network{loop};
+};
+
+/// One computer; it lives in a world of its own or in that of a neighbour.
+struct TestPlatform {
+    TestPlatform() : TestPlatform(std::make_shared<TestWorld>(), "10.0.0.1") {}
+    TestPlatform(TestPlatform& neighbour, std::string itsAddress)
+        : TestPlatform(neighbour.world, std::move(itsAddress)) {}
+    TestPlatform(std::shared_ptr<TestWorld> itsWorld, std::string itsAddress)
+        : world(std::move(itsWorld)), address(std::move(itsAddress)) {}
+    TestPlatform(const TestPlatform&) = delete;
+    TestPlatform& operator=(const TestPlatform&) = delete;
+
+    std::shared_ptr<TestWorld> world;
+    std::string address;  ///< on the network
+    ManualClock& clock = world->clock;
+    ManualLoop& loop = world->loop;
+    MemoryNetwork& network = world->network;
     MemoryFiles files{clock};
     RecordingProcesses processes;
     MemoryStore store;
@@ -101,7 +123,8 @@ struct TestPlatform {
     MemoryPictures pictures;
     PlainGlyphs glyphs;
 
-    Platform platform{clock, loop, files, processes, store, messageBox, pictures, glyphs};
+    Platform platform{clock,      loop,     files,  processes,          store,
+                      messageBox, pictures, glyphs, network.At(address)};
 };
 
 }  // namespace veltrix

@@ -5,12 +5,12 @@
 #include <unistd.h>
 
 #include <QPointer>
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <utility>
 
 #include "common/failure.h"
+#include "common/one_line.h"
 
 namespace veltrix {
 
@@ -19,18 +19,16 @@ namespace {
 constexpr std::size_t LongestRequest = 65536;
 constexpr std::size_t MostUnsent = 1 << 20;
 
-std::string OneLine(std::string line) {
-    std::ranges::replace_if(
-        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return line + "\n";
+std::string Line(std::string text) {
+    return OnOneLine(std::move(text)) + "\n";
 }
 
 std::string AnswerTo(std::string_view request, const ControlConnection::Answerer& answerer) {
     std::string answer;
     try {
-        for (std::string& line : answerer(request)) answer += OneLine(std::move(line));
+        for (std::string& line : answerer(request)) answer += Line(std::move(line));
     } catch (const Failure& failure) {
-        answer = OneLine("error " + failure.Description());
+        answer = Line("error " + failure.Description());
     }
     return answer;
 }

@@ -239,6 +239,30 @@ DateTime DeskFiles::DateOfLastChange(std::string_view name) {
     });
 }
 
+std::optional<DeskFiles::Imprint> DeskFiles::ImprintOf(const std::string& path) {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+    const auto nanoseconds = [](const timespec& time) {
+        return std::int64_t{time.tv_sec} * 1000000000 + time.tv_nsec;
+    };
+    return Imprint{status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
+                   nanoseconds(status.st_ctim)};
+}
+
+bool DeskFiles::HasArchive(std::string_view name) {
+    if (!Exists(name)) return false;
+    const std::string path = PathOf(name);
+    const std::optional<Imprint> imprint = ImprintOf(path);
+    const auto cleared = cleared_.find(path);
+    return imprint && (cleared == cleared_.end() || cleared->second != *imprint);
+}
+
+void DeskFiles::ClearArchive(std::string_view name) {
+    if (!Exists(name)) return;
+    const std::string path = PathOf(name);
+    if (const std::optional<Imprint> imprint = ImprintOf(path)) cleared_.insert_or_assign(path, *imprint);
+}
+
 std::vector<std::string> DeskFiles::NamesIn(
     std::string_view folder,
     const std::function<bool(const std::string&, const std::filesystem::directory_entry&)>& isWanted) const {

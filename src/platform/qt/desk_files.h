@@ -1,8 +1,11 @@
 #pragma once
 // The files of the computer we run on.
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +27,8 @@ class DeskFiles final : public Files {
     void Copy(std::string_view from, std::string_view to) override;
     void MakeFolder(std::string_view name) override;
     DateTime DateOfLastChange(std::string_view name) override;
+    bool HasArchive(std::string_view name) override;
+    void ClearArchive(std::string_view name) override;
     std::vector<std::string> List(std::string_view folder, std::string_view patterns) override;
     bool IsFolder(std::string_view name) override;
     std::vector<std::string> Folders(std::string_view folder) override;
@@ -39,7 +44,17 @@ class DeskFiles final : public Files {
         const std::function<bool(const std::string&, const std::filesystem::directory_entry&)>& isWanted)
         const;
 
+    /// What tells a content of a file from a later one.
+    struct Imprint {
+        std::uint64_t device, inode;
+        std::int64_t size, changed, touched;  ///< changed: the content; touched: also its attributes; in ns
+        bool operator==(const Imprint&) const = default;
+    };
+    /// Nothing for a file that is missing.
+    static std::optional<Imprint> ImprintOf(const std::string& path);
+
     std::string directory_;
+    std::map<std::string, Imprint> cleared_;  // the files whose archive attribute was cleared, by path
 };
 
 }  // namespace veltrix
