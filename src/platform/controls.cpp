@@ -97,10 +97,15 @@ bool ListBox::Enter(std::string_view entry) {
     if (std::ranges::find(entries_, entry) == entries_.end()) return OnOther && OnOther(entry);
     Choose(entry);
     if (OnClick) OnClick(MouseButton::Left);
+    if (OnCloseUp) OnCloseUp();
     return true;
 }
 
 bool ListBox::ClickBy(MouseButton button) {
+    if (OnDropDown && button == MouseButton::Left) {
+        OnDropDown();
+        return true;
+    }
     return button == MouseButton::Left && listIndex_ >= 0 && Control::ClickBy(button);
 }
 

@@ -172,11 +172,14 @@ class ListBox final : public Control {
     void SetListIndex(int index) { Set(listIndex_, index); }
     std::vector<std::string> Lines() const override { return entries_; }
     bool Enter(std::string_view entry) override;
-    /// Runs the handler for the chosen entry; nothing happens while there is none.
+    /// Runs the handler for the chosen entry; nothing happens while there is none. A list that is filled when
+    /// it drops down does so instead.
     bool ClickBy(MouseButton button) override;
 
     /// Takes a user's entry that is not in the list; false refuses it. Null where none is taken.
     std::function<bool(std::string_view)> OnOther;
+    std::function<void()> OnDropDown;  ///< fills the list when it drops down; set by the form
+    std::function<void()> OnCloseUp;   ///< the list has closed, after any choice; set by the form
 
   private:
     std::vector<std::string> entries_;
@@ -207,10 +210,16 @@ class Marker final : public Control {
     static constexpr int Side = 9;  ///< pixels
 
     explicit Marker(std::string name) : Control(std::move(name), ControlKind::Marker) {}
+    /// Puts it before the other marks on its surface.
+    void BringToFront() const {
+        if (OnFront) OnFront();
+    }
     /// One line: left, top, background and visibility, with blanks between.
     std::vector<std::string> Lines() const override;
     std::optional<Bitmap> Snapshot() const override;
     std::optional<ColourValue> PixelAt(double x, double y) const override;
+
+    std::function<void()> OnFront;  ///< set by the widget
 
   protected:
     bool AlwaysFollowsMouse() const override { return true; }
