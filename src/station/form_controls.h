@@ -28,6 +28,7 @@ class FormControls {
     ListBox& List(std::string_view name) { return Get<ListBox>(name); }
     TabStrip& Tabs(std::string_view name) { return Get<TabStrip>(name); }
     Button& Push(std::string_view name) { return Get<Button>(name); }
+    Marker& Mark(std::string_view name) { return Get<Marker>(name); }
     Frame& Group(std::string_view name) { return Get<Frame>(name); }
     PictureBox& Picture(std::string_view name) { return Get<PictureBox>(name); }
 

@@ -13,7 +13,6 @@ namespace veltrix {
 namespace {
 
 constexpr int TickMilliseconds = 100;
-constexpr int HousekeepingMilliseconds = 1000;
 constexpr std::int16_t LowestDisplayDb = -120;
 constexpr std::int16_t LeastDisplaySpan = 5;
 constexpr double FarOutDb = 1000;
@@ -59,10 +58,13 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
       about_(controls_, platform_, errors_, errors_.Version(), options_.releaseNotes),
       rollover_(platform_, controls_.Picture("Picture5").surface, errors_),
       recorder_(platform_, options_.recorder, [this] { return ramDrivePath_; }),
-      housekeepingStopwatch_(platform_.clock),
-      Timer1(platform_.loop.MakeTimer([this] { tick_.Timer1_Timer(); })),
-      Timer3(platform_.loop.MakeTimer([this] { Timer3_Timer(); })) {
+      network_(controls_, platform_, errors_, preciseNow_, delivery_.limits, [this] { return Home(); }),
+      commands_(controls_, settings_, platform_, network_),
+      housekeeping_(controls_, platform_, network_, [this] { return Home(); }),
+      Timer1(platform_.loop.MakeTimer([this] { tick_.Timer1_Timer(); })) {
     delivery_.consumers.displays = &displays_;
+    delivery_.consumers.broadcaster = &network_.sender;
+    network_.receivers.displays = &displays_;
     tick_.TheDetector().SetScopes(&displays_);
 }
 
@@ -78,16 +80,18 @@ void FrmVeltrix::Form_Initialize() {
                        recorder_.OnNoRecorder = [this](const std::string& why) {
                            Warn("the recorder could not be started: " + why);
                        };
+                       network_.server.OnCannotListen = [this](const std::string& why) {
+                           Warn("no station can connect: " + why + "; it is tried again every second");
+                       };
                    },
                    [&] { settings_.Load(); }, [&] { ReadRamDrivePath(); }, [&] { noise_.StartNoiseLevel(); },
+                   [&] { network_.Start(); }, [&] { commands_.Start(); }, [&] { BindHousekeeping(); },
                    [&] { OpenTabs(); },
                    [&] {
                        Timer1->SetInterval(TickMilliseconds);
                        Timer1->SetEnabled(true);
-                       recorder_.Start();
-                       Timer3->SetInterval(HousekeepingMilliseconds);
-                       Timer3->SetEnabled(true);
-                   });
+                   },
+                   [&] { recorder_.Start(); }, [&] { housekeeping_.Start(); });
 }
 
 void FrmVeltrix::Form_Load() {
@@ -115,11 +119,12 @@ void FrmVeltrix::LoadDisplays() {
 
 void FrmVeltrix::Form_Unload() {
     Timer1->SetEnabled(false);
-    Timer3->SetEnabled(false);
+    housekeeping_.Stop();
     SkippingErrors(
+        [&] { network_.list.StationListSave(); },
         [&] { SaveBitmap(platform_.files, "PicSync.bmp", controls_.Picture("PicSync(0)").surface.Image()); },
         [&] { SaveBitmap(platform_.files, "picture5.bmp", controls_.Picture("Picture5").surface.Image()); },
-        [&] { displays_.Polar().Save(platform_.files); });
+        [&] { displays_.Polar().Save(platform_.files); }, [&] { network_.End(); });
 }
 
 /// Tells the user on the form and outside it.
@@ -190,13 +195,10 @@ void FrmVeltrix::BindTexts() {
     });
     settings_.CleanWith("txtAnnouncement",
                         [](const std::string& text) { return ReplaceFirst(text, ",", " "); });
-    // Not a key of the store: the figure of the selected row of the station list.
-    TextBox& txtClockDrift = controls_.Text("txtClockDrift");
-    txtClockDrift.OnEntry = [&txtClockDrift] {
-        const CheckedNumber number = ValidateNumber(txtClockDrift, "0");
-        if (number.good && ValidateRange(txtClockDrift, -90000000, 90000000))
-            txtClockDrift.SetText(GeneralNumber(number.value));
-    };
+    settings_.WhenTaken("txtStationName", [this] {
+        network_.mappers.Local().sRemoteName =
+            platform_.store.GetSetting("Setting", "StationName", controls_.Text("txtStationName").Text());
+    });
 }
 
 void FrmVeltrix::BindLaunchers() {
@@ -217,17 +219,26 @@ void FrmVeltrix::OpenTabs() {
     controls_.Tabs("SSTab2").Enter("Local Station");
 }
 
-void FrmVeltrix::Timer3_Timer() {
-    SkippingErrors([&] { housekeepingStopwatch_.Reset(); },
-                   [&] {
-                       iMinute = static_cast<std::int16_t>((iMinute + 1) % 60);
-                       if (iMinute == 0) NoiseLogMinute();
-                   },
-                   [&] {
-                       // Events that run while the form is loading must not take the plot that is still to
-                       // come for an empty day.
-                       if (bLoaded) rollover_.Timer5_Timer();
-                   });
+void FrmVeltrix::BindHousekeeping() {
+    housekeeping_.jobs.NoiseLogMinute = [this] { NoiseLogMinute(); };
+    housekeeping_.jobs.MapInit = [this] { mapView_.MapInit(); };
+    housekeeping_.jobs.Timer5_Timer = [this] {
+        // Events that run while the form is loading must not take the plot that is still to come for an empty
+        // day.
+        if (bLoaded) rollover_.Timer5_Timer();
+    };
+}
+
+HomeStation FrmVeltrix::Home() {
+    const auto shown = [this](std::string_view box) { return ValNeutral(controls_.Text(box).Text()); };
+    return {network_.mappers.Local().sRemoteName,
+            platform_.store.GetSetting("Setting", "Announcement", ""),
+            position_.HomeLongitude(),
+            position_.HomeLatitude(),
+            shown("txtLongitude"),
+            shown("txtLatitude"),
+            options_.version,
+            network_.mappers.Local().dClock};
 }
 
 void FrmVeltrix::NoiseLogMinute() {

@@ -14,6 +14,7 @@
 #include "station/about.h"
 #include "station/form_controls.h"
 #include "station/form_displays.h"
+#include "station/housekeeping.h"
 #include "station/map_view.h"
 #include "station/polar_view.h"
 #include "station/position_boxes.h"
@@ -22,6 +23,8 @@
 #include "station/replay_files.h"
 #include "station/sample_tick.h"
 #include "station/settings_binding.h"
+#include "station/station_commands.h"
+#include "station/station_network.h"
 #include "station/view_cycle.h"
 #include "timebase/precise_now.h"
 
@@ -66,8 +69,9 @@ class FrmVeltrix {
     void ReadRamDrivePath();
     void LoadDisplays();
     void OpenTabs();
-    void Timer3_Timer();
+    void BindHousekeeping();
     void NoiseLogMinute();
+    HomeStation Home();
 
     Platform platform_;
     StationOptions options_;
@@ -89,11 +93,11 @@ class FrmVeltrix {
     About about_;
     DailyRollover rollover_;
     RecorderStart recorder_;
-    CStopWatchMM housekeepingStopwatch_;
+    StationNetwork network_;
+    StationCommands commands_;
+    Housekeeping housekeeping_;
     std::unique_ptr<Timer> Timer1;
-    std::unique_ptr<Timer> Timer3;
     bool bLoaded = false;
-    std::int16_t iMinute = 0;  // housekeeping ticks, 0 to 59
 };
 
 }  // namespace veltrix

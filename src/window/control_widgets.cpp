@@ -102,7 +102,11 @@ ListView* MakeList(Bindings& bindings, ListBox& box) {
 }
 
 QWidget* MakeDropDown(Bindings& bindings, ListBox& box) {
-    auto* const list = new DropDown;
+    const auto run = [&bindings, &box](const std::function<void()>& handler) {
+        if (handler) bindings.Act(box, handler);
+    };
+    auto* const list =
+        new DropDown([run, &box] { run(box.OnDropDown); }, [run, &box] { run(box.OnCloseUp); });
     QObject::connect(list, &QComboBox::activated, &bindings,
                      [&bindings, &box](int index) { Choose(bindings, box, index); });
     bindings.Bind(box, *list, [list, &box] {

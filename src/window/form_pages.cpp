@@ -15,7 +15,7 @@ const PageDesign Pages[] = {
      {{"Label7", {"txtStateClient"}, "OptionHoldClient"},
       {"lblRemoteAddress", {"cmbRemoteHost"}},
       {"=Address", {"txtRemoteHost"}},
-      {"=Received", {"txtDateRecv"}},
+      {"=Received", {"txtDateRecv"}, "", true},
       {"Label8", {"txtStateServer"}, "optionHoldServer"},
       {"=Connections", {"CmbStateServer"}},
       {"", {"optStationListUpdate", "cmdEditStationList"}}}},

@@ -14,6 +14,7 @@ struct RowDesign {
     std::string_view left;
     std::vector<std::string_view> middle;
     std::string_view right = "";
+    bool toTheEnd = false;  ///< the middle takes the place of the right, too, where other rows have one
 };
 
 /// A page of a strip of tabs, or the inside of a frame (tab 0).

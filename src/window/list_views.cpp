@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QListView>
 #include <QPainter>
 #include <algorithm>
 #include <utility>
@@ -33,7 +34,10 @@ void ListView::Show(const ListBox& box) {
         const bool grown =
             shown_.size() < entries.size() && std::equal(shown_.begin(), shown_.end(), entries.begin());
         if (!grown) clear();
-        for (std::size_t i = grown ? shown_.size() : 0; i < entries.size(); ++i) addItem(ToText(entries[i]));
+        for (std::size_t i = grown ? shown_.size() : 0; i < entries.size(); ++i) {
+            addItem(ToText(entries[i]));
+            item(count() - 1)->setToolTip(PlainToolTip(entries[i]));  // the whole of a line that is cut off
+        }
         shown_ = entries;
         viewport()->update();
     }
@@ -77,7 +81,8 @@ QSize ListView::ForText(QSize text) const {
             fontMetrics().lineSpacing() * text.height() + frame + 4};
 }
 
-DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
+DropDown::DropDown(std::function<void()> dropDown, std::function<void()> closeUp, QWidget* parent)
+    : QComboBox(parent), dropDown_(std::move(dropDown)), closeUp_(std::move(closeUp)) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(6);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -85,14 +90,29 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
 
 bool DropDown::Show(const ListBox& box) {
     if (view()->isVisible()) return false;
-    setEnabled(static_cast<bool>(box.OnClick));
+    setEnabled(box.OnClick || box.OnDropDown);
     if (shown_ != box.Entries()) {
         shown_ = box.Entries();
         clear();
         for (const std::string& entry : shown_) addItem(ToText(entry));
+        // Places that nobody has are nothing to choose.
+        if (auto* const list = qobject_cast<QListView*>(view()))
+            for (int i = 0; i < count(); ++i) list->setRowHidden(i, itemText(i).isEmpty());
     }
     setCurrentIndex(box.ListIndex());
     return true;
+}
+
+void DropDown::showPopup() {
+    dropDown_();
+    QComboBox::showPopup();
+}
+
+void DropDown::hidePopup() {
+    const bool wasOpen = view()->isVisible();
+    QComboBox::hidePopup();
+    // The choice is told of only after this.
+    if (wasOpen) QMetaObject::invokeMethod(this, closeUp_, Qt::QueuedConnection);
 }
 
 }  // namespace veltrix

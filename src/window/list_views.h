@@ -37,15 +37,21 @@ class ListView final : public QListWidget {
     bool choosable_ = false;
 };
 
-/// Shows a combo box; disabled while nothing takes the choice.
+/// Shows a combo box; disabled while nothing takes the choice and nothing fills it.
 class DropDown final : public QComboBox {
   public:
-    explicit DropDown(QWidget* parent = nullptr);
+    /// `dropDown` runs before the list opens, `closeUp` after it has closed and a choice was taken.
+    DropDown(std::function<void()> dropDown, std::function<void()> closeUp, QWidget* parent = nullptr);
 
     /// An open list is left as it is, so that it does not change under the mouse; false then.
     bool Show(const ListBox& box);
 
+    void showPopup() override;
+    void hidePopup() override;
+
   private:
+    std::function<void()> dropDown_;
+    std::function<void()> closeUp_;
     std::vector<std::string> shown_;
 };
 

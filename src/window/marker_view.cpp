@@ -23,6 +23,7 @@ MarkerView::MarkerView(Bindings& bindings, Marker& marker, SurfaceView& view)
         bindings, marker, *this, MouseRelay::Widget::LeavesMouse,
         {.toControl = [this](QPointF position) { return OnMarker(position); }, .middleIsLeft = true});
     view.WhenPlaced([this] { MoveToPlace(); });
+    marker.OnFront = [this] { raise(); };
     bindings.Bind(marker, *this, [this] {
         MoveToPlace();
         update();

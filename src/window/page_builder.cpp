@@ -79,7 +79,8 @@ void PageBuilder::AddRow(QGridLayout& grid, int row, const RowDesign& design, bo
     QWidget* const right = design.right.empty() ? nullptr : Item(design.right, false);
     const int from = left ? 1 : 0;
     // Boxes end in one line, whether a remark follows or not.
-    const bool ends = right || (left && remarks && !qobject_cast<QAbstractButton*>(middle));
+    const bool ends =
+        right || (left && remarks && !design.toTheEnd && !qobject_cast<QAbstractButton*>(middle));
     if (left) grid.addWidget(left, row, 0, 1, middle ? 1 : 3);
     if (middle) grid.addWidget(middle, row, from, 1, (ends ? 2 : 3) - from);
     if (right) grid.addWidget(right, row, 2);

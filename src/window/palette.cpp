@@ -75,7 +75,10 @@ void ShowColours(QWidget& widget, PaletteRoles roles, ColourValue text, ColourVa
     if (ownBackground || onlyShows) own.setColor(roles.background, under);
     QColor over = around.color(onlyShows ? QPalette::WindowText : roles.text);
     if (text != White || ownBackground) {
-        over = ReadableOn(under, ToColor(text));
+        // White is the colour of a text that was given none.
+        const QColor strongest =
+            Contrast(under, Qt::white) >= Contrast(under, Qt::black) ? Qt::white : Qt::black;
+        over = text == White ? strongest : ReadableOn(under, ToColor(text));
         own.setColor(roles.text, over);
     }
     const QPalette now = widget.palette();

@@ -14,6 +14,8 @@ constexpr int AbortRetryIgnore = 2;  // any other number of buttons only informs
 }  // namespace
 
 int WindowMessageBox::Ask(const Question& question) {
+    // Sockets go on while a box stands; what fails in them then is in the log, and must not pile up boxes.
+    if (loop_.TimersHeld()) return reply::Ignore;
     const QtEventLoop::HoldTimers held(loop_);
     QMessageBox box(QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);

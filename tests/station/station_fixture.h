@@ -15,7 +15,7 @@
 
 namespace veltrix {
 
-struct Station {
+struct TestStation {
     TestPlatform& computer;
     std::vector<std::string> warnings;
     FrmVeltrix form{computer.platform,
@@ -59,7 +59,7 @@ struct Station {
 
 struct StationTest : ::testing::Test {
     TestPlatform computer;
-    Station station{computer, {}};
+    TestStation station{computer, {}};
 
     /// Starts, and lets the two seconds pass in which the first block would be thrown away.
     void StartAndSettle() {

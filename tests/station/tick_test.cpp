@@ -13,7 +13,7 @@ struct Consumers final : DetectionBroadcaster,
                          StrikeAlarm,
                          LocalCalibration,
                          StrikeDisplays {
-    explicit Consumers(Station& station) {
+    explicit Consumers(TestStation& station) {
         DetectionConsumers& c = station.form.Consumers();
         c.onDetection = [this, &station](const Detection&) {
             calls += station.LoggedStrikes() == 0 ? "early " : "logged ";

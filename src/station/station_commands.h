@@ -1,0 +1,38 @@
+#pragma once
+// What the user does on the "Remote" tab.
+
+#include <functional>
+#include <string>
+
+#include "platform/platform.h"
+#include "station/form_controls.h"
+#include "station/settings_binding.h"
+#include "station/station_network.h"
+
+namespace veltrix {
+
+/// Chooses the station to connect to, its address, and edits the list. Owned by the form.
+class StationCommands {
+  public:
+    StationCommands(FormControls& controls, SettingsBinding& settings, Platform& platform,
+                    StationNetwork& network);
+
+    /// Binds the controls. REQUIRES that the settings are loaded and the network has started.
+    void Start();
+
+  private:
+    void cmbRemoteHost_Click();
+    void txtRemoteHost_Change();
+    void cmdEditStationList_Click();
+    void ShowRemoteHost(const std::string& address);
+    void TakeStoredHost();
+
+    FormControls& controls_;
+    SettingsBinding& settings_;
+    Platform& platform_;
+    StationNetwork& network_;
+    TextBox& txtRemoteHost;
+    bool bStarted_ = false;
+};
+
+}  // namespace veltrix
