@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Writes docs/pictures/*.png: the window of a station that hears some minutes of the built-in storm as fast as it can, on
-# a screen that nobody sees. Takes about a minute once all is built.
+# Writes docs/pictures/*.png: the window of a station that hears some minutes of the built-in storm as fast as it can, and
+# listens to another one, on a screen that nobody sees. Takes about two minutes once all is built.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 width=1280
 height=800
 storm_seconds=600
-watch_seconds=40
+watch_seconds=65
 
 scripts/setup.sh shots
 scripts/build.sh release veltrix veltrix-ctl veltrix-storm SndInput
@@ -18,15 +18,21 @@ mkdir -p "$pictures"
 station=$(mktemp -d)
 screen=""
 veltrix=""
+bravo=""
 cleanup() {
-    [[ -z $veltrix ]] || kill "$veltrix" 2>/dev/null || true
-    (cd "$station" && timeout 15 "$bin/SndInput" /stop /of=audio.dat >/dev/null 2>&1) || true
+    for program in $veltrix $bravo; do kill "$program" 2>/dev/null || true; done
+    for folder in "$station" "$station/Bravo"; do
+        (cd "$folder" && timeout 15 "$bin/SndInput" /stop /of=audio.dat >/dev/null 2>&1) || true
+    done
     [[ -z $screen ]] || kill "$screen" 2>/dev/null || true
     rm -rf "$station"
 }
 trap cleanup EXIT
 
-printf '[Setting]\nStationName=Alpha\nLatitude=48.2\nLongitude=9.0\nTresholdQuotient=78\n' >"$station/veltrix.ini"
+mkdir "$station/Bravo"
+printf '[Setting]\nStationName=Alpha\nLatitude=48.2\nLongitude=9.0\nTresholdQuotient=78\nRemoteHost=127.0.0.2\n' \
+    >"$station/veltrix.ini"
+printf '[Setting]\nStationName=Bravo\nLatitude=50.6\nLongitude=12.2\nRemoteHost=127.0.0.1\n' >"$station/Bravo/veltrix.ini"
 printf '[Window]\nLeft=0\nTop=0\nWidth=%s\nHeight=%s\n' "$width" "$height" >"$station/window.ini"
 
 # The server chooses a free display and writes its number when it is ready.
@@ -40,6 +46,9 @@ export DISPLAY=:$number QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1 XDG_RUNTIME_DIR=${
 SNDINPUT_SOURCE="file:$station/storm.wav;speed=max" "$bin/veltrix" --dir "$station" --settings "$station/veltrix.ini" \
     --address 127.0.0.1 --recorder "$bin/SndInput" --control "$station/control" --print none >/dev/null &
 veltrix=$!
+SNDINPUT_SOURCE=storm:demo,Bravo "$bin/veltrix" --headless --dir "$station/Bravo" --settings "$station/Bravo/veltrix.ini" \
+    --address 127.0.0.2 --recorder "$bin/SndInput" --print none >/dev/null &
+bravo=$!
 until [[ -S $station/control ]]; do sleep 0.2; done
 
 ctl() { "$bin/veltrix-ctl" --control "$station/control" "$@" >/dev/null; }
@@ -52,6 +61,8 @@ shot() {
 sleep "$watch_seconds"
 ctl set SSTab3 Gain
 shot polar
+ctl set SSTab1 Remote
+shot remote
 ctl click Picture1 left
 ctl click Picture4 left
 ctl set SSTab1 Internet
