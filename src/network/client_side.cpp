@@ -50,7 +50,7 @@ void ClientSide::LoadClientSockets() {
 void ClientSide::SaveClientSockets() {
     for (int i = 0; i < ClientSockets; ++i) {
         parts_.store.SaveSetting(Section, TagKey(i), At(i).Tag);
-        if (At(i).State() != SocketState::Closed) At(i).Close();
+        At(i).Close();
     }
 }
 
@@ -78,7 +78,7 @@ std::int16_t ClientSide::FindClientSocket(std::int16_t row) const {
 
 void ClientSide::ConnectSelected() {
     const int index = parts_.selection.ClientIndex;
-    if (At(index).State() != SocketState::Closed) sckClient_Close(index);
+    CloseIfOpen(index);
     const std::string row = std::to_string(parts_.selection.MapperIndex);
     At(index).Tag = row;
     parts_.store.SaveSetting("Setting", "MapperIndex", row);
@@ -86,17 +86,14 @@ void ClientSide::ConnectSelected() {
 
 void ClientSide::Reconnect(std::int16_t row) {
     for (int i = 0; i < ClientSockets; ++i)
-        if (IsTiedTo(At(i), row) && At(i).State() != SocketState::Closed) sckClient_Close(i);
-}
-
-std::string ClientSide::Label(int index) const {
-    return "-->sckClient(" + std::to_string(index) + ")";
+        if (IsTiedTo(At(i), row)) CloseIfOpen(i);
 }
 
 void ClientSide::sckClient_Connect(int index) {
     Socket& socket = At(index);
     iIdle_[static_cast<std::size_t>(index)] = 0;
-    parts_.errors.LogNote(Label(index) + ".Connected [" + socket.RemoteHost + "] " + socket.RemoteHostIP());
+    parts_.errors.LogNote(SocketLabel("sckClient", index) + ".Connected [" + socket.RemoteHost + "] " +
+                          socket.RemoteHostIP());
     const HomeStation home = parts_.home();
     socket.SendData(MarkedEntryText({parts_.clock.Now(), std::string(OwnAddress), home.HomeLatitude,
                                      home.HomeLongitude, home.sStationName, home.sAnnouncement}));
@@ -116,12 +113,17 @@ void ClientSide::sckClient_DataArrival(int index) {
 
 void ClientSide::sckClient_Close(int index) {
     Socket& socket = At(index);
-    parts_.errors.LogNote(Label(index) + ".Close [" + socket.RemoteHost + "] " + socket.RemoteHostIP());
+    parts_.errors.LogNote(SocketLabel("sckClient", index) + ".Close [" + socket.RemoteHost + "] " +
+                          socket.RemoteHostIP());
     socket.Close();
     // The tag stays, which makes it connect again.
     socket.RemoteHost.clear();
     socket.RemotePort = 0;
     parts_.presence.UpdateStationColors();
+}
+
+void ClientSide::CloseIfOpen(int index) {
+    if (At(index).State() != SocketState::Closed) sckClient_Close(index);
 }
 
 void ClientSide::CloseAll() {
@@ -136,8 +138,7 @@ void ClientSide::ShowState() {
 
 void ClientSide::CloseHeld() {
     if (!IsHeld()) return;
-    for (int i = 0; i < ClientSockets; ++i)
-        if (At(i).State() != SocketState::Closed) sckClient_Close(i);
+    for (int i = 0; i < ClientSockets; ++i) CloseIfOpen(i);
 }
 
 void ClientSide::Upkeep() {

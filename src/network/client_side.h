@@ -51,6 +51,7 @@ class ClientSide {
     void ConnectSelected();
     /// Lets the sockets tied to `row` connect anew, as its address has changed.
     void Reconnect(std::int16_t row);
+    /// Closes a socket, in whatever state it is, and notes it.
     void sckClient_Close(int index);
     void CloseAll();
 
@@ -69,7 +70,7 @@ class ClientSide {
     void sckClient_DataArrival(int index);
     void UpkeepOf(int index);
     void ScanDrift(ClassMapper& row);
-    std::string Label(int index) const;
+    void CloseIfOpen(int index);
     bool IsTiedTo(const Socket& socket, std::int16_t row) const;
     Socket& At(int index) const { return *parts_.sockets.sckClient[static_cast<std::size_t>(index)]; }
 

@@ -11,10 +11,6 @@ namespace {
 constexpr int FirstPlaceholderPort = 4712;
 constexpr int FirstAcceptedPort = 14711;
 
-std::string SocketLabel(int index) {
-    return "-->sckServer(" + std::to_string(index) + ")";
-}
-
 }  // namespace
 
 ServerSide::ServerSide(Parts parts) : parts_(std::move(parts)), ignored_(parts_.files) {
@@ -53,7 +49,7 @@ void ServerSide::LetIn(ConnectionRequest request) {
         if (!socket.Accept(request)) return;  // gone already
         lMessages_[static_cast<std::size_t>(i)] = 0;
         socket.SendData(GreetingText(parts_.home(), parts_.clock.Now()));
-        parts_.errors.LogNote(SocketLabel(ListenIndex) +
+        parts_.errors.LogNote(SocketLabel("sckServer", ListenIndex) +
                               ".ConnectionRequest:" + At(ListenIndex).RemoteHostIP());
         return;
     }
@@ -104,20 +100,16 @@ void ServerSide::PingFor(Socket& socket, const std::string& address) {
 
 void ServerSide::sckServer_Close(int index) {
     Socket& socket = At(index);
-    parts_.errors.LogNote(SocketLabel(index) + ".Close:" + socket.RemoteHostIP());
-    CloseSocket(socket);
+    parts_.errors.LogNote(SocketLabel("sckServer", index) + ".Close:" + socket.RemoteHostIP());
+    socket.Close();
     socket.LocalPort = 0;
     socket.Tag.clear();
     parts_.presence.UpdateStationColors();
 }
 
 void ServerSide::sckServer_Error(int index, const std::string& description) {
-    parts_.errors.LogNote(SocketLabel(index) + ".Error, " + description);
-    CloseSocket(At(index));
-}
-
-void ServerSide::CloseSocket(Socket& socket) {
-    if (socket.State() != SocketState::Closed) socket.Close();
+    parts_.errors.LogNote(SocketLabel("sckServer", index) + ".Error, " + description);
+    At(index).Close();
 }
 
 void ServerSide::ScanNext() {
@@ -141,7 +133,7 @@ void ServerSide::ScanNext() {
 void ServerSide::ScanClosing() {
     Socket& socket = Scanned();
     if (socket.State() == SocketState::PeerIsClosing) socket.Close();
-    if (parts_.optionHoldServer.Checked()) CloseSocket(socket);
+    if (parts_.optionHoldServer.Checked()) socket.Close();
 }
 
 void ServerSide::ScanIgnored() {
@@ -166,7 +158,7 @@ void ServerSide::Relisten() {
     } catch (const Failure& failure) {
         why = failure.Description();
     }
-    parts_.errors.LogNote(SocketLabel(ListenIndex) + ".Listen " + std::to_string(StationPort));
+    parts_.errors.LogNote(SocketLabel("sckServer", ListenIndex) + ".Listen " + std::to_string(StationPort));
     // It is tried again every second, and told of once.
     const bool bTold = std::exchange(bCannotListen_, !why.empty());
     if (!why.empty() && !bTold && OnCannotListen) OnCannotListen(why);
@@ -189,7 +181,7 @@ void ServerSide::ListServerSockets() {
 }
 
 void ServerSide::CloseAll() {
-    for (auto& socket : parts_.sockets.sckServer) CloseSocket(*socket);
+    for (auto& socket : parts_.sockets.sckServer) socket->Close();
 }
 
 }  // namespace veltrix

@@ -62,7 +62,6 @@ class ServerSide {
     void Read(Socket& socket, const std::string& text);
     void ReadHello(Socket& socket, const PatternFields& fields);
     void PingFor(Socket& socket, const std::string& address);
-    void CloseSocket(Socket& socket);
     bool IsSilent(int index) const { return lMessages_[static_cast<std::size_t>(index)] < 1; }
     Socket& At(int index) { return *parts_.sockets.sckServer[static_cast<std::size_t>(index)]; }
     Socket& Scanned() { return At(iScan_); }

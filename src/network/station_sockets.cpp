@@ -2,11 +2,16 @@
 
 #include "common/arithmetic.h"
 #include "common/neutral_text.h"
+#include "platform/controls.h"
 
 namespace veltrix {
 
 std::int16_t RowOfTag(const std::string& tag) {
     return RoundToInteger(ValNeutral(tag));
+}
+
+std::string SocketLabel(std::string_view array, int index) {
+    return "-->" + ElementName(array, index);
 }
 
 std::string_view SocketStateText(SocketState state) {

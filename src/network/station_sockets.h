@@ -41,6 +41,9 @@ struct Selection {
 /// The row number in a tag; 0 when there is none. Raises Overflow for a number that no row can have.
 std::int16_t RowOfTag(const std::string& tag);
 
+/// How notes name element `index` of an array of sockets, such as "-->sckServer(3)".
+std::string SocketLabel(std::string_view array, int index);
+
 /// The name of a state as users see it, such as "Listening".
 std::string_view SocketStateText(SocketState state);
 
