@@ -104,6 +104,13 @@ void ErrorLog::WriteReply(int answer) {
     files_.AppendLine(logName_, Indented("User reply was : " + std::string(text)));
 }
 
+void ErrorLog::LogLine(std::string_view text) {
+    SkippingErrors([&] {
+        PrepareFile(logName_, clock_.Now());
+        files_.AppendLine(logName_, text);
+    });
+}
+
 void ErrorLog::LogNote(std::string_view text) {
     SkippingErrors([&] {
         std::int64_t sum = 0;

@@ -34,6 +34,8 @@ class ErrorLog final : public ErrorReporter {
     /// reply.
     int ReportRuntimeError(const Failure& failure) override;
 
+    void LogLine(std::string_view text) override;
+
     /// Appends one line to the file named after today's weekday. A note counts as equal to the one before
     /// when the sums of their bytes are equal; it is dropped then.
     void LogNote(std::string_view text) override;

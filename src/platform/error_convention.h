@@ -31,6 +31,10 @@ class ErrorReporter {
     /// Reports `failure` under the present context and returns the user's reply number.
     virtual int ReportRuntimeError(const Failure& failure) = 0;
 
+    /// Writes one line to the error log, as what a failing procedure has to say besides the report that
+    /// follows. Never fails.
+    virtual void LogLine(std::string_view text) = 0;
+
     /// Writes one line to the note log of the weekday, unless it equals the note before. Never fails.
     virtual void LogNote(std::string_view text) = 0;
 

@@ -24,10 +24,12 @@ struct RecordingErrors final : ErrorReporter {
         replies.pop_front();
         return next;
     }
+    void LogLine(std::string_view text) override { lines.emplace_back(text); }
     void LogNote(std::string_view text) override { notes.emplace_back(text); }
     [[noreturn]] void EndProgram() override { throw ProgramEnded{}; }
 
     std::vector<Report> reports;
+    std::vector<std::string> lines;  ///< of the error log, beside the reports
     std::vector<std::string> notes;  ///< all, equal ones in a row included
     std::deque<int> replies;         ///< taken one by one; `reply::Ignore` when there are no more
 };
