@@ -20,11 +20,6 @@ Int RoundTo(double value, CodeLine where) {
 
 }  // namespace
 
-double RoundTiesToEven(double value) {
-    // remainder() is exact and ties to even by definition, whatever the rounding mode of the thread.
-    return std::isfinite(value) ? value - std::remainder(value, 1.0) : value;
-}
-
 std::int32_t RoundToLong(double value, CodeLine where) {
     return RoundTo<std::int32_t>(value, where);
 }

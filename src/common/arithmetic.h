@@ -2,6 +2,7 @@
 // Arithmetic that keeps the system's rules: conversions round to the nearest number, ties to the even one,
 // and what does not fit or has no value raises a Failure instead of yielding a nonsense number.
 
+#include <cmath>
 #include <cstdint>
 
 #include "common/failure.h"
@@ -9,7 +10,15 @@
 namespace veltrix {
 
 /// Nearest integer, ties to even, as a float. NaN and infinities stay.
-double RoundTiesToEven(double value);
+inline double RoundTiesToEven(double value) {
+    // Whole anyway, or no number. Below, every step is exact, whatever the rounding mode of the thread.
+    constexpr double AllWhole = 4503599627370496.0;  // two to the power of 52
+    if (!(std::abs(value) < AllWhole)) return value;
+    const auto whole = static_cast<std::int64_t>(value);
+    const double rest = std::abs(value - static_cast<double>(whole));
+    const bool away = rest > 0.5 || (rest == 0.5 && (whole & 1) != 0);
+    return static_cast<double>(away ? whole + (value < 0 ? -1 : 1) : whole);
+}
 
 /// `value` rounded to the nearest 4-byte integer, ties to even. Raises Overflow when it does not fit, NaN
 /// included.
