@@ -122,6 +122,18 @@ bool ReadStamp(std::string_view text, CalendarParts& parts) {
     return IsCalendarDate(parts);
 }
 
+/// In plain digits where these are not too many.
+template <typename Float>
+std::string ShortestText(Float value) {
+    std::array<char, 40> buffer{};
+    const double size = std::abs(value);
+    const bool plain = value == 0 || (size >= 1e-5 && size < 1e15);
+    const auto form = plain ? std::chars_format::fixed : std::chars_format::scientific;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value == 0 ? 0 : value, form).ptr;
+    return {buffer.data(), end};
+}
+
 }  // namespace
 
 double ValNeutral(std::string_view text) {
@@ -197,12 +209,11 @@ std::string GeneralDate(DateTime date) {
 }
 
 std::string GeneralNumber(double value) {
-    std::array<char, 40> buffer{};
-    const double size = std::abs(value);
-    const bool plain = value == 0 || (size >= 1e-5 && size < 1e15);
-    const auto form = plain ? std::chars_format::fixed : std::chars_format::scientific;
-    const auto end = std::to_chars(buffer.begin(), buffer.end(), value == 0 ? 0.0 : value, form).ptr;
-    return {buffer.data(), end};
+    return ShortestText(value);
+}
+
+std::string GeneralSingle(float value) {
+    return ShortestText(value);
 }
 
 void FixStampSeparators(std::string& text) {

@@ -30,6 +30,8 @@ std::string GeneralDate(DateTime date);
 /// `value` in the general form: the shortest text that reads back the same, with a decimal point, in plain
 /// digits from 1e-5 to below 1e15 and with an exponent outside.
 std::string GeneralNumber(double value);
+/// The same for a single-precision number: the shortest text that reads back that number.
+std::string GeneralSingle(float value);
 
 /// Puts "/" at characters 5 and 8 and ":" at characters 14 and 17 of a text of the form "YYYY/MM/DD
 /// HH:MM:SS". A shorter text has only those of the four that it reaches changed.

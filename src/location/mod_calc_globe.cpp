@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "common/calc_angles.h"
 
@@ -27,6 +28,50 @@ double AngleAt(double a, double b, double c, double s) {
     return CalcAtan2(cosine, SineOf(cosine));
 }
 
+/// A vector in the frame of the crossing: x towards 90 degrees east on the equator, y towards 180, z north.
+struct Vector {
+    double x = 0;
+    double y = 0;
+    double z = 0;
+
+    Vector operator-() const { return {-x, -y, -z}; }
+};
+
+double DistanceBetween(const Vector& one, const Vector& other) {
+    const Vector way{one.x - other.x, one.y - other.y, one.z - other.z};
+    return std::sqrt(way.x * way.x + way.y * way.y + way.z * way.z);
+}
+
+/// A place and a bearing there, in radians of CalcDegrees.
+struct Sight {
+    Sight(double dLon, double dLat, double dDir)
+        : lon(dLon / CalcDegrees), lat(dLat / CalcDegrees), d((dDir + 90) / CalcDegrees) {}
+
+    Vector Place() const {
+        return {std::sin(lon) * std::cos(lat), -std::cos(lon) * std::cos(lat), std::sin(lat)};
+    }
+    /// The pole of the great circle of the bearing.
+    Vector Pole() const {
+        return {std::cos(lon) * std::sin(d) - std::sin(lat) * std::sin(lon) * std::cos(d),
+                std::sin(lat) * std::cos(lon) * std::cos(d) + std::sin(lon) * std::sin(d),
+                std::cos(d) * std::cos(lat)};
+    }
+
+    double lon;
+    double lat;
+    double d;
+};
+
+/// The unit vector perpendicular to both poles, z not negative; the zero vector for one and the same circle.
+Vector CommonPointOf(const Vector& one, const Vector& other) {
+    const double u = one.z * other.y - other.z * one.y;
+    const double v = one.x * other.y - other.x * one.y;
+    const double w = other.x * one.z - one.x * other.z;
+    if (v == 0) return {};
+    const double z = std::sqrt(1 / (1 + u / v * (u / v) + w / v * (w / v)));
+    return {-(u / v) * z, w / v * z, z};
+}
+
 }  // namespace
 
 double CalcDistance(double dLat1, double dLon1, double dLat2, double dLon2, double dRadius) {
@@ -49,6 +94,49 @@ BearingPair CalcBearings(double dLat1, double dLon1, double dLat2, double dLon2)
     BearingPair bearings{AngleAt(a1, a2, c, s) * f, AngleAt(a2, a1, c, s) * f};
     (d < 0 ? bearings.dBearing1 : bearings.dBearing2) *= -1;
     return bearings;
+}
+
+GeoPoint CalcCrossing(double dLon1, double dLat1, double dDir1, double dLon2, double dLat2, double dDir2) {
+    const Sight one(dLon1, dLat1, dDir1);
+    const Sight other(dLon2, dLat2, dDir2);
+    const auto fromBoth = [&](const Vector& point) {
+        return DistanceBetween(point, one.Place()) + DistanceBetween(point, other.Place());
+    };
+    Vector point = CommonPointOf(one.Pole(), other.Pole());
+    if (fromBoth(-point) < fromBoth(point)) point = -point;
+
+    const double r = SineOf(point.z);
+    const double p = r != 0 ? -point.y / r : 0;
+    const double q = r != 0 ? point.x / r : 0;
+    GeoPoint crossing{CalcAtan2(p, q) * CalcDegrees, CalcAtan2(r, point.z) * CalcDegrees};
+    if (crossing.dLat > 180) crossing.dLat -= 360;
+    return crossing;
+}
+
+MapPoint CalcCrossingFlat(double dX1, double dY1, double dDir1, double dX2, double dY2, double dDir2) {
+    constexpr double Degree = std::numbers::pi / 180;  // true pi, here alone
+    constexpr double NotZero = 0.000001;
+    const double a1 = std::tan((90 - dDir1) * Degree);
+    const double b1 = dY1 - a1 * dX1;
+    const double a2 = std::tan((90 - dDir2) * Degree);
+    const double b2 = dY2 - a2 * dX2;
+    const double d = a1 - a2;
+    const double x = (b2 - b1) / (d != 0 ? d : NotZero);
+    const double dY = a1 * x + b1;
+    return {(dY - b1) / (a1 != 0 ? a1 : NotZero), dY};
+}
+
+double CalcAngleDiff(double a, double b) {
+    const double difference = CalcModulo(a - b, 360);
+    return difference > 180 ? 360 - difference : difference;
+}
+
+bool CalcAnglesWide(double a, double b, double dLimit) {
+    const auto isWide = [dLimit](double angle) {
+        const double line = CalcModulo(angle, 180);
+        return CalcModulo(line > 90 ? 180 - line : line, 180) >= dLimit;
+    };
+    return isWide(a) && isWide(b);
 }
 
 }  // namespace veltrix
