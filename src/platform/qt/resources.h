@@ -1,6 +1,9 @@
 #pragma once
 // What is built into the program: its files under the names by which Qt reads them.
 
+#include <cstddef>
+#include <vector>
+
 namespace veltrix::resources {
 
 inline constexpr char Font[] = ":/fonts/DejaVuSansMono.ttf";
@@ -11,5 +14,8 @@ inline constexpr char Changes[] = ":/CHANGELOG.md";
 
 /// Makes these names readable; to be called before the first of them is read, any number of times.
 void Open();
+
+/// The coastlines of the Earth, decompressed; resources/coastlines/README.md tells the format.
+std::vector<std::byte> CoastlineBytes();
 
 }  // namespace veltrix::resources
