@@ -11,7 +11,7 @@ using namespace veltrix;
 namespace {
 
 struct Matching final : RemoteMatching {
-    RemoteFix MapUpdate(const RemoteDetection& d) override {
+    StrikeFix MapUpdate(const RemoteDetection& d) override {
         MustHold(0 <= d.row && d.row <= C_NUMBEROFMAPPERS && d.socket == 0);
         MustHold(std::abs(d.dDir) <= 1e6 + 180 && std::abs(d.dAmp) <= 1e6 && std::isfinite(d.dTime));
         return {true, d.dDir, d.dAmp, false};

@@ -34,17 +34,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ManualClock clock;
     MemoryFiles files(clock);
     RecordingErrors errors;
-    Mappers mappers(clock);
+    PreciseNow preciseNow(clock);
+    Mappers mappers({clock, preciseNow, files, errors});
     StationListFile list(mappers, files, clock, errors);
     const auto saveAndGet = [&] {
         list.StationListSave();
         const std::string table = files.Content("StationList.dat");
         MustHold(std::ranges::count(table, '\n') == C_NUMBEROFMAPPERS &&
                  std::ranges::count(table, '\r') == 0);
-        list.StationListGet();
+        list.StationListGet([](std::int16_t) {});
     };
     files.Put("StationList.dat", std::string(InputText(data, size)));
-    list.StationListGet();
+    list.StationListGet([](std::int16_t) {});
     const bool isShifted = Shown(mappers).find(';') != std::string::npos;
     saveAndGet();
     const std::string before = Shown(mappers);

@@ -130,6 +130,9 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     if (line.print == CommandLine::Print::Detections)
         form.Consumers().onDetection = [](const Detection& detection) { Print(StrikeLogLine(detection)); };
 
+    if (line.print != CommandLine::Print::Nothing)
+        form.OnLocated() = [](const LocatedStrike& strike) { Print(FixLine(strike)); };
+
     ControlRequests requests(form.Controls(), files, [&loop] { loop.Quit(); });
     ControlServer server([&requests](std::string_view request) { return requests.Answer(request); });
     if (!line.control.empty()) {

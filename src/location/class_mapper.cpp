@@ -4,8 +4,8 @@
 
 namespace veltrix {
 
-Mappers::Mappers(Clock& clock) {
-    for (int row = 0; row <= C_NUMBEROFMAPPERS; ++row) all_.emplace_back(clock);
+Mappers::Mappers(const MapperServices& services) {
+    for (int row = 0; row <= C_NUMBEROFMAPPERS; ++row) all_.emplace_back(services);
 }
 
 ClassMapper& Mappers::operator[](std::int32_t row) {

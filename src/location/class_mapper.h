@@ -7,14 +7,26 @@
 
 #include "common/colour.h"
 #include "common/date_time.h"
+#include "location/class_2d_focus.h"
 #include "location/class_correlator.h"
+#include "location/direction_table.h"
 #include "platform/controls.h"
+#include "platform/files.h"
 
 namespace veltrix {
 
+/// What every station works with. REQUIRES that it all outlives the stations.
+struct MapperServices {
+    Clock& clock;
+    PreciseNow& preciseNow;
+    Files& files;
+    ErrorReporter& errors;
+};
+
 /// One station: the local one, or a row of the station list.
 struct ClassMapper {
-    explicit ClassMapper(Clock& clock) : Corr(clock) {}
+    explicit ClassMapper(const MapperServices& services)
+        : Corr(services.clock, services.preciseNow, services.errors), pSD(services.files) {}
 
     /// True when the row is in use.
     bool MapperActive() const { return RemoteX != 0; }
@@ -35,10 +47,20 @@ struct ClassMapper {
     double Latitude = 0;   ///< degrees, north positive
 
     std::string MapFilenamePicture4;  ///< the station's map
-    /// Centre of the map, degrees; both 0: a map without geometry. At first that of the built-in map.
+    std::string DatFilenamePicture4;  ///< the file of its geometry
+    /// Geometry of the map that is shown, of the local station alone: its centre in degrees and its radius in
+    /// km. Both coordinates 0: a flat map. At first that of the built-in map.
     double MapLongitude = 4.43579;
     double MapLatitude = 50.93272;
-    std::string pSDdat;  ///< the station's calibration table
+    double MapRadius = 2000;
+    bool HasGeometry() const { return MapLongitude != 0 || MapLatitude != 0; }
+
+    DirectionTable pSD;  ///< the station's calibration table
+    std::string pSDdat;  ///< its file
+    /// Finds and loads the calibration table that belongs to the station's position.
+    void Init() { pSD.Init(Longitude, Latitude, pSDdat); }
+    /// Writes the table, when it has changed.
+    void Save() { pSD.Save(pSDdat); }
 
     std::string sIP;        ///< where to connect to: a dotted address or a host name
     std::string sRemoteIP;  ///< the last address seen of a station whose sIP is a host name
@@ -51,6 +73,16 @@ struct ClassMapper {
     double dBalance = 1;           ///< of its two channels
     double dAngleLocalRemote = 0;  ///< bearing of the link at this station's end, degrees
 
+    // Of the last pair with this station.
+    double dFixX = 0;  ///< its position on the map's bitmap, y upwards until it is plotted
+    double dFixY = 0;
+    double dDistanceToLocal = 0;  ///< km from there to each station
+    double dDistanceToRemote = 0;
+    double dTravelTime = 0;                    ///< difference of the times of travel, ms
+    double dThisTOADiffTime = 0;               ///< of the clocks, if the position is right, ms
+    double dTOADiffTime = 0;                   ///< median of those, ms
+    std::int32_t lCorrelatedPlottedCount = 0;  ///< strikes plotted
+
     ColourValue lColor = 0;      ///< of its mark
     Marker* Picture7 = nullptr;  ///< its mark on the map; none for the local station
 };
@@ -62,7 +94,7 @@ inline constexpr std::int16_t C_NUMBEROFMAPPERS = 100;
 /// for its whole run.
 class Mappers {
   public:
-    explicit Mappers(Clock& clock);
+    explicit Mappers(const MapperServices& services);
 
     /// Raises OutOfRange for a number that no station has.
     ClassMapper& operator[](std::int32_t row);
@@ -71,6 +103,9 @@ class Mappers {
     /// Place of the local station on the map's bitmap, y upwards.
     double HomeX = 0;
     double HomeY = 0;
+
+    /// The last fixes of all stations on the map.
+    Class2DFocus c2DFocus;
 
   private:
     std::deque<ClassMapper> all_;

@@ -88,7 +88,7 @@ void ClientReader::HandOn(int index, std::int16_t row, const Line& line) {
 }
 
 void ClientReader::Locate(const RemoteDetection& detection) {
-    RemoteFix fix = parts_.receivers.matching->MapUpdate(detection);
+    StrikeFix fix = parts_.receivers.matching->MapUpdate(detection);
     if (parts_.OptionRealTime.Checked()) return;
     const HomeStation home = parts_.home();
     parts_.link.UpdateLink(home.HomeLongitude, home.HomeLatitude, fix.LongitudeLightning,

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "detection/consumers.h"
+#include "location/map_update.h"
 
 namespace veltrix {
 
@@ -17,19 +18,11 @@ struct RemoteDetection {
     double dTime = 0;      ///< sample number, or a tenth of its stopwatch's milliseconds in real-time mode
 };
 
-/// What has become of it.
-struct RemoteFix {
-    bool bLocated = false;          ///< a new position was plotted
-    double LongitudeLightning = 0;  ///< degrees; both 0 when there is no position
-    double LatitudeLightning = 0;
-    bool bDoNotPlot = false;
-};
-
 /// Looks for the matching local detection.
 class RemoteMatching {
   public:
     virtual ~RemoteMatching() = default;
-    virtual RemoteFix MapUpdate(const RemoteDetection& detection) = 0;
+    virtual StrikeFix MapUpdate(const RemoteDetection& detection) = 0;
 };
 
 /// The marks of the stations on the map.

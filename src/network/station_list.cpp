@@ -31,6 +31,13 @@ std::string Description(std::string_view name, std::string_view address, double 
 StationList::StationList(const Parts& parts, Files& files)
     : parts_(parts), file_(parts.mappers, files, parts.clock, parts.errors) {}
 
+void StationList::StationListGet() {
+    file_.StationListGet([this](std::int16_t row) {
+        if (OnMoved) OnMoved(row);
+    });
+    Tell(OnFilled);
+}
+
 void StationList::StationListTo() {
     std::vector<std::string> names;
     for (int row = 1; row <= C_NUMBEROFMAPPERS; ++row) names.push_back(parts_.mappers[row].sRemoteName);
@@ -45,6 +52,7 @@ void StationList::TakeEdits() {
     if (!file_.IsEdited()) return;
     StationListGet();
     StationListTo();
+    Tell(OnEdited);
 }
 
 void StationList::StationListSave() {
@@ -66,8 +74,12 @@ std::int16_t StationList::StationListUpdateRemote(std::span<const std::string> p
     const bool bNew = row == NoRow;
     if (bNew) row = FirstFreeRow();
     if (row == NoRow) return NoRow;
+    if (bNew) parts_.mappers[row].pSDdat.clear();  // that of a station that was here before
     const bool bChanged = UpdateStation(row, name, sIP, dLongitude, dLatitude);
-    if (bNew) parts_.mappers[row].RemoteX = dLongitude;
+    if (bNew) {
+        parts_.mappers[row].RemoteX = dLongitude;
+        Tell(OnFilled);
+    }
     // Without the user's leave the change lasts until the file is read again.
     if (!parts_.optStationListUpdate.Checked()) return row;
     if (!bChanged && !bNew) return row;
@@ -115,6 +127,7 @@ bool StationList::UpdateStation(std::int16_t Idx, const std::string& sRemoteName
     bChanged = TakePosition(Idx, &ClassMapper::Latitude, sLatitude) || bChanged;
     if (bChanged) {
         row.RemoteX = row.Longitude;
+        Tell(OnFilled);
         const std::string label = "UpdateStation: " + std::to_string(Idx) + " ";
         parts_.errors.LogNote(label + before);
         parts_.errors.LogNote(label + Description(sRemoteName, sIP, sLongitude, sLatitude));

@@ -33,7 +33,7 @@ class StationList {
     StationList(const Parts& parts, Files& files);
 
     /// Reads "StationList.dat", under the error convention.
-    void StationListGet() { file_.StationListGet(); }
+    void StationListGet();
     /// Writes it, likewise. What the user has edited meanwhile is read first, and wins.
     void StationListSave();
     /// Fills `cmbRemoteHost` with the names of all rows; those of rows not in use are empty, so that the
@@ -72,11 +72,19 @@ class StationList {
     /// A sign of life of the row's station.
     void Heard(std::int16_t row) { parts_.mappers[row].dLastHeared = parts_.clock.Now(); }
 
-    /// The position of a row has changed, on which its calibration depends. May be empty.
+    /// The position of a row has changed, or the name of its calibration table, on which its calibration
+    /// depends. May be empty.
     std::function<void(std::int16_t Idx)> OnMoved;
+    /// Rows were filled: what they hold as their places on the map are longitudes. May be empty.
+    std::function<void()> OnFilled;
+    /// What the user has edited was read out of turn. May be empty.
+    std::function<void()> OnEdited;
 
   private:
     void TakeEdits();
+    void Tell(const std::function<void()>& listener) {
+        if (listener) listener();
+    }
     std::int16_t FirstFreeRow();
     bool TakeAddress(ClassMapper& row, const std::string& sIP);
     bool TakePosition(std::int16_t Idx, double ClassMapper::*coordinate, double value);

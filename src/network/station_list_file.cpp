@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <span>
+#include <tuple>
 #include <vector>
 
 #include "common/arithmetic.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr std::string_view FileName = "StationList.dat";
 constexpr std::string_view Separator = "; ";
+constexpr double FarthestDrift = 90000000;  // ms per day
 constexpr DateTime HalfAnHour = 30.0 / 1440;
 
 std::string PadRight(std::string text, std::size_t width) {
@@ -94,7 +96,7 @@ const std::array<Column, 12>& Columns() {
         Column{
             [](const ClassMapper& row) { return FormatColumn(IntegerPart(row.Corr.dPreDrift), "0000000"); },
             [](ClassMapper& row, std::string_view text) {
-                row.Corr.SetPreDrift(ValNeutral(text));
+                row.Corr.SetPreDrift(std::clamp(ValNeutral(text), -FarthestDrift, FarthestDrift));
                 row.Corr.TOAMedian.Start(ClassCorrelator::TOAMedianLength);
             }},
         Column{[](const ClassMapper& row) { return FormatDate(row.dLastHeared, "YYYY/MM/DD HH:MM:SS"); },
@@ -124,7 +126,7 @@ std::string LabelOf(int row) {
 
 }  // namespace
 
-void StationListFile::StationListGet() {
+void StationListFile::StationListGet(const std::function<void(std::int16_t row)>& moved) {
     if (!files_.Exists(FileName)) return;
     std::vector<std::string> lines;
     UnderErrorConvention(
@@ -138,12 +140,17 @@ void StationListFile::StationListGet() {
         },
         [&] {
             if (lines.size() > C_NUMBEROFMAPPERS) lines.resize(C_NUMBEROFMAPPERS);
-            int index = 0;
+            std::int16_t index = 0;
             for (const std::string& line : lines) {
                 ClassMapper& row = mappers_[++index];
+                const auto calibrated = [&row] {
+                    return std::tuple(row.Longitude, row.Latitude, row.pSDdat);
+                };
+                const auto before = calibrated();
                 row.dCorrectionAngle = 0;
                 row.dBalance = 1;
                 TakeLine(row, line);
+                if (row.MapperActive() && calibrated() != before) moved(index);
                 if (row.dLastHeared == 0) row.dLastHeared = clock_.Now() - HalfAnHour;
                 if (row.Picture7) row.Picture7->SetVisible(row.MapperActive());
             }

@@ -1,6 +1,8 @@
 #pragma once
 // "StationList.dat": the station list as a table of 100 lines that users read and edit.
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,8 +23,9 @@ class StationListFile {
 
     /// Fills the rows from the file, line after line. A missing file leaves them as they are, and so do the
     /// columns that a line of an older form does not have. A line that reaches to the name and has a bad
-    /// position, or the name "0", is a free row.
-    void StationListGet();
+    /// position, or the name "0", is a free row. `moved` is told of each row in use whose position or
+    /// calibration table is another than before.
+    void StationListGet(const std::function<void(std::int16_t row)>& moved);
     /// Writes all rows, in columns as wide as what stands in them. A file that could not be read stays as it
     /// is.
     void StationListSave();

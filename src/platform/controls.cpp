@@ -33,6 +33,10 @@ std::string_view KindName(ControlKind kind) {
             return "picture";
         case ControlKind::Marker:
             return "marker";
+        case ControlKind::Shape:
+            return "shape";
+        case ControlKind::Menu:
+            return "menu";
     }
     return "";
 }
@@ -129,6 +133,11 @@ std::optional<Bitmap> Marker::Snapshot() const {
 std::optional<ColourValue> Marker::PixelAt(double x, double y) const {
     const bool inside = x >= 0 && x < Side && y >= 0 && y < Side;
     return inside ? BackColor() : -1;
+}
+
+std::vector<std::string> Shape::Lines() const {
+    return {GeneralNumber(Left()) + " " + GeneralNumber(Top()) + " " + GeneralNumber(width_) + " " +
+            GeneralNumber(height_) + (Visible() ? " 1" : " 0")};
 }
 
 Control* ControlSet::Find(std::string_view name) const {

@@ -16,7 +16,21 @@
 
 namespace veltrix {
 
-enum class ControlKind { Form, Frame, Text, Label, Check, Button, List, Combo, Tabs, Picture, Marker };
+enum class ControlKind {
+    Form,
+    Frame,
+    Text,
+    Label,
+    Check,
+    Button,
+    List,
+    Combo,
+    Tabs,
+    Picture,
+    Marker,
+    Shape,
+    Menu
+};
 
 /// The lower-case name of a kind, such as "text".
 std::string_view KindName(ControlKind kind);
@@ -48,6 +62,9 @@ class Control {
     void SetForeColor(ColourValue colour) { Set(foreColor_, colour); }
     virtual ColourValue BackColor() const { return backColor_; }
     void SetBackColor(ColourValue colour) { Set(backColor_, colour); }
+    /// The background style: opaque, or clear so that what the control lies on is seen through it.
+    bool Opaque() const { return opaque_; }
+    void SetOpaque(bool opaque) { Set(opaque_, opaque); }
     bool Visible() const { return visible_; }
     void SetVisible(bool visible) { Set(visible_, visible); }
     const std::string& ToolTipText() const { return toolTip_; }
@@ -102,6 +119,7 @@ class Control {
     std::string toolTip_;
     ColourValue foreColor_ = White;
     ColourValue backColor_ = Black;
+    bool opaque_ = true;
     bool visible_ = true;
     double left_ = 0;
     double top_ = 0;
@@ -126,6 +144,18 @@ class TextBox final : public Control {
 class Label final : public Control {
   public:
     explicit Label(std::string name) : Control(std::move(name), ControlKind::Label) {}
+
+    /// The room from Left() on that its text is reckoned to take, in pixels of the surface that it lies on.
+    /// Whoever shows it may find that the text takes more.
+    double Width() const { return width_; }
+    void SetWidth(double width) { Set(width_, width); }
+    /// Whether the text ends where that room ends, instead of beginning where it begins.
+    bool RightAligned() const { return rightAligned_; }
+    void SetRightAligned(bool rightAligned) { Set(rightAligned_, rightAligned); }
+
+  private:
+    double width_ = 0;
+    bool rightAligned_ = false;
 };
 
 /// A check box or option: off is 0, on is 1.
@@ -214,6 +244,9 @@ class Marker final : public Control {
     void BringToFront() const {
         if (OnFront) OnFront();
     }
+    /// Width of its border, 0 or 1.
+    int Border() const { return border_; }
+    void SetBorder(int border) { Set(border_, border); }
     /// One line: left, top, background and visibility, with blanks between.
     std::vector<std::string> Lines() const override;
     std::optional<Bitmap> Snapshot() const override;
@@ -223,6 +256,46 @@ class Marker final : public Control {
 
   protected:
     bool AlwaysFollowsMouse() const override { return true; }
+
+  private:
+    int border_ = 0;
+};
+
+/// A figure that lies on a surface and leaves the mouse to what is under it; its lines have its fore colour.
+class Shape final : public Control {
+  public:
+    explicit Shape(std::string name) : Control(std::move(name), ControlKind::Shape) {}
+    double Width() const { return width_; }
+    void SetWidth(double width) { Set(width_, width); }
+    double Height() const { return height_; }
+    void SetHeight(double height) { Set(height_, height); }
+    /// One line: left, top, width, height and visibility, with blanks between.
+    std::vector<std::string> Lines() const override;
+
+  private:
+    double width_ = 0;
+    double height_ = 0;
+};
+
+/// A menu that pops up. Its entries are buttons of the form; one with the caption "-" separates others.
+class Menu final : public Control {
+  public:
+    Menu(std::string name, std::vector<std::string> entries)
+        : Control(std::move(name), ControlKind::Menu), entries_(std::move(entries)) {}
+    /// The names of the buttons, from the top.
+    const std::vector<std::string>& Entries() const { return entries_; }
+    /// Opens it at a place of the surface that it belongs to. Without a window nothing is seen of it.
+    void PopUp(double left, double top) {
+        SetLeft(left);
+        SetTop(top);
+        if (OnPopUp) OnPopUp();
+    }
+    std::vector<std::string> Lines() const override { return entries_; }
+
+    std::function<void()> OnPopUp;  ///< set by the widget
+
+  private:
+    std::vector<std::string> entries_;
 };
 
 /// A group of controls that is seen or hidden as a whole, such as a dialog that lies on a view.

@@ -1,7 +1,9 @@
 #pragma once
 // Pictures from files and those that are part of the program.
 
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "common/bitmap.h"
 
@@ -24,6 +26,8 @@ class Pictures {
     /// is none of these, damaged, cut short, or larger than 8192 pixels either way.
     virtual Bitmap Load(std::string_view name) = 0;
     virtual Bitmap BuiltIn(BuiltInPicture which) = 0;
+    /// The coastlines that the program brings with it, in the form that cartography reads.
+    virtual std::vector<std::byte> Coastlines() = 0;
 };
 
 }  // namespace veltrix

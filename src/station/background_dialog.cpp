@@ -35,21 +35,24 @@ void BackgroundDialog::Open() {
 }
 
 void BackgroundDialog::ListFiles() {
-    filename_.SetText(chosen_);
     files_.SetEntries(platform_.files.List("", PictureFiles));
-    files_.Choose(chosen_);
+    Show(chosen_);
+}
+
+void BackgroundDialog::Show(const std::string& name) {
+    filename_.SetText(name);
+    files_.Choose(name);
+}
+
+void BackgroundDialog::Keep(const std::string& name) {
+    chosen_ = name;
+    Show(chosen_);
+    platform_.store.SaveSetting("Setting", key_, chosen_);
 }
 
 void BackgroundDialog::Choose(const std::string& name, std::string_view procedure) {
     UnderErrorConvention(
-        errors_, procedure,
-        [&] {
-            chosen_ = name;
-            filename_.SetText(chosen_);
-            files_.Choose(chosen_);
-            platform_.store.SaveSetting("Setting", key_, chosen_);
-        },
-        whenChosen_,
+        errors_, procedure, [&] { Keep(name); }, whenChosen_,
         [&] {
             if (closesOnChoice_) Close();
         });

@@ -39,6 +39,14 @@ class BackgroundDialog {
     /// are reported as those of `procedure`, a name that lasts as long as the program.
     void Choose(const std::string& name, std::string_view procedure);
 
+    /// Shows that another file is in use, without keeping it as the user's choice.
+    void Show(const std::string& name);
+
+    /// Keeps another file as the choice, and shows it; nothing is run.
+    void Keep(const std::string& name);
+
+    /// The choice in force; empty for none.
+    const std::string& Chosen() const { return chosen_; }
     /// The chosen file when it is there, else the empty name.
     std::string PresentFile() const;
 

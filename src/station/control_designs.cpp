@@ -12,6 +12,7 @@ constexpr auto Group = ControlKind::Frame;
 constexpr auto List = ControlKind::List;
 constexpr auto Combo = ControlKind::Combo;
 constexpr auto Mark = ControlKind::Marker;
+constexpr auto Figure = ControlKind::Shape;
 
 constexpr int Stations = 100;  // marks of remote stations
 constexpr int Clients = 2;     // stations that this one is a client of
@@ -36,6 +37,8 @@ constexpr ControlDesign Designs[] = {
     {Push, "cmdClearPicture4", "Clear", "Clear all lightning strikes in picture."},
     {Push, "cmdCancel", "Cancel"},
     {Push, "cmdReset", "Reset"},
+    {Push, "cmdStationMap", "Map around station", "Make a map around the local station and use it."},
+    {Text, "txtStationMapRadius", "1000", "From the centre of that map to its edge, 50 to 9000 km."},
     {Caption, "LblpSD"},
     {Caption, "lblLocal", "Local"},
     {Caption, "lblRemote", "Remote"},
@@ -59,6 +62,21 @@ constexpr ControlDesign Designs[] = {
     {Caption, "lblStrikeCount4", "0"},
     {Mark, "Picture6", "", "", 0, 0, false},
     {Mark, "Picture7", "", "", Stations, 1, false},
+    {Figure, "ShapeMapperIndex", "", "", 0, 0, false},
+    {Figure, "shpSphere", "", "The map shows a part of the globe."},
+    {Figure, "shp2D", "", "The map is flat.", 0, 0, false},
+    // In the menu of a station's mark.
+    {Push, "cmdSelect", "Select"},
+    {Push, "cmdConnect", "Connect"},
+    {Push, "cmdDisconnect", "Disconnect"},
+    {Push, "cmdWhoIs", "Who is"},
+    {Push, "cmdDummy", "-"},
+    {Push, "cmdDelete", "Delete"},
+    {Push, "cmdDummy2", "-"},
+    {Push, "cmdResetCnt", "Reset Correlation Counter"},
+    {Push, "cmdResetTotalCnt", "Reset Strike Count"},
+    {Push, "cmdClearPicSync", "Clear Correlation Display"},
+    {Push, "cmdResetCorr", "Reset Correlator"},
     // Around the scopes.
     {Caption, "Label4", "Amplitude"},
     {Text, "Text4"},
@@ -243,6 +261,13 @@ const TabDesign TabStrips[] = {
     {"SSTab6", {"0.00000 °", "000° 00' 00\""}},
 };
 
+const MenuDesign Menus[] = {
+    {"mnuPopUp",
+     "PopUpMenu",
+     {"cmdSelect", "cmdConnect", "cmdDisconnect", "cmdWhoIs", "cmdDummy", "cmdDelete", "cmdDummy2",
+      "cmdResetCnt", "cmdResetTotalCnt", "cmdClearPicSync", "cmdResetCorr"}},
+};
+
 }  // namespace
 
 std::span<const ControlDesign> ControlDesigns() {
@@ -255,6 +280,10 @@ std::span<const SurfaceDesign> SurfaceDesigns() {
 
 std::span<const TabDesign> TabDesigns() {
     return TabStrips;
+}
+
+std::span<const MenuDesign> MenuDesigns() {
+    return Menus;
 }
 
 }  // namespace veltrix

@@ -37,8 +37,16 @@ struct TabDesign {
     std::vector<std::string> tabs;
 };
 
+/// A menu; its entries are buttons.
+struct MenuDesign {
+    std::string_view name;
+    std::string_view caption;
+    std::vector<std::string> entries;
+};
+
 std::span<const ControlDesign> ControlDesigns();
 std::span<const SurfaceDesign> SurfaceDesigns();
 std::span<const TabDesign> TabDesigns();
+std::span<const MenuDesign> MenuDesigns();
 
 }  // namespace veltrix

@@ -24,6 +24,8 @@ Control& MakeOne(ControlSet& set, const ControlDesign& design, std::string name)
             return set.Make<ListBox>(std::move(name), design.kind);
         case ControlKind::Marker:
             return set.Make<Marker>(std::move(name));
+        case ControlKind::Shape:
+            return set.Make<Shape>(std::move(name));
         case ControlKind::Frame:
             return set.Make<Frame>(std::move(name));
         case ControlKind::Label:
@@ -59,6 +61,8 @@ FormControls::FormControls(Glyphs& glyphs)
             Make(set_, design, ElementName(design.name, design.first + i));
     }
     for (const TabDesign& strip : TabDesigns()) set_.Make<TabStrip>(std::string(strip.name), strip.tabs);
+    for (const MenuDesign& menu : MenuDesigns())
+        set_.Make<Menu>(std::string(menu.name), menu.entries).SetCaption(std::string(menu.caption));
 }
 
 }  // namespace veltrix

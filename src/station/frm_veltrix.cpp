@@ -48,7 +48,6 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
                      tick_.TheDetector().lTriggerCount = 0;
                      delivery_.ShowTriggerCount();
                  }),
-      mapView_(controls_, platform_, errors_),
       viewCycle_(
           controls_, [this] { polarView_.OpenFrame3(); }, [this] { mapView_.OpenFrame2(); }),
       replayFiles_(controls_, platform_,
@@ -59,12 +58,20 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
       rollover_(platform_, controls_.Picture("Picture5").surface, errors_),
       recorder_(platform_, options_.recorder, [this] { return ramDrivePath_; }),
       network_(controls_, platform_, errors_, preciseNow_, delivery_.limits, [this] { return Home(); }),
-      commands_(controls_, settings_, platform_, network_),
+      location_(controls_, settings_, platform_, errors_, preciseNow_, network_, [this] { return Home(); }),
+      mapView_({controls_, platform_, errors_, network_, location_.marks, location_.recent, location_.dots,
+                [this] { return location_.Rules(); },
+                [this](bool bSkip) { tick_.TheDetector().bSkipSamples = bSkip; },
+                [this] { tick_.Timer1_Timer(); }}),
+      markCommands_(controls_, platform_.store, network_, location_.marks, [this] { FollowSelection(); }),
+      commands_(controls_, settings_, platform_, network_,
+                [this](std::int16_t row) { markCommands_.ConnectTo(row); }),
       housekeeping_(controls_, platform_, network_, [this] { return Home(); }),
       Timer1(platform_.loop.MakeTimer([this] { tick_.Timer1_Timer(); })) {
     delivery_.consumers.displays = &displays_;
     delivery_.consumers.broadcaster = &network_.sender;
     network_.receivers.displays = &displays_;
+    BindLocation();
     tick_.TheDetector().SetScopes(&displays_);
 }
 
@@ -85,8 +92,13 @@ void FrmVeltrix::Form_Initialize() {
                        };
                    },
                    [&] { settings_.Load(); }, [&] { ReadRamDrivePath(); }, [&] { noise_.StartNoiseLevel(); },
-                   [&] { network_.Start(); }, [&] { commands_.Start(); }, [&] { BindHousekeeping(); },
-                   [&] { OpenTabs(); },
+                   // The rows of the list take their calibration tables there as they are read.
+                   [&] { platform_.files.MakeFolder("pSD"); }, [&] { network_.Start(); },
+                   [&] { location_.Start(); }, [&] { commands_.Start(); }, [&] { markCommands_.Start(); },
+                   [&] {
+                       if (network_.mappers[network_.selection.MapperIndex].MapperActive()) ShowStation();
+                   },
+                   [&] { BindHousekeeping(); }, [&] { OpenTabs(); },
                    [&] {
                        Timer1->SetInterval(TickMilliseconds);
                        Timer1->SetEnabled(true);
@@ -97,7 +109,7 @@ void FrmVeltrix::Form_Initialize() {
 void FrmVeltrix::Form_Load() {
     SkippingErrors(
         [&] { about_.ShowSplash(); }, [&] { platform_.loop.DoEvents(); },
-        [&] { platform_.files.MakeFolder("Data"); }, [&] { platform_.files.MakeFolder("pSD"); },
+        [&] { platform_.files.MakeFolder("Data"); },
         [&] { controls_.Picture("Picture5").surface.SetPicture(platform_.pictures.Load("picture5.bmp")); },
         [&] { replayFiles_.Start(); },
         [&] {
@@ -114,17 +126,18 @@ void FrmVeltrix::ReadRamDrivePath() {
 
 void FrmVeltrix::LoadDisplays() {
     SkippingErrors([&] { displays_.Polar().Load(platform_.files); },
-                   [&] { polarView_.GyrelLoadBackground(); }, [&] { mapView_.MapInit(); });
+                   [&] { polarView_.GyrelLoadBackground(); }, [&] { mapView_.Load(); });
 }
 
 void FrmVeltrix::Form_Unload() {
     Timer1->SetEnabled(false);
     housekeeping_.Stop();
     SkippingErrors(
-        [&] { network_.list.StationListSave(); },
-        [&] { SaveBitmap(platform_.files, "PicSync.bmp", controls_.Picture("PicSync(0)").surface.Image()); },
+        [&] { location_.SaveTables(); }, [&] { network_.list.StationListSave(); },
+        [&] { SaveBitmap(platform_.files, "PicSync.bmp", location_.sync.Current().surface.Image()); },
         [&] { SaveBitmap(platform_.files, "picture5.bmp", controls_.Picture("Picture5").surface.Image()); },
-        [&] { displays_.Polar().Save(platform_.files); }, [&] { network_.End(); });
+        [&] { displays_.Polar().Save(platform_.files); }, [&] { location_.recent.SavepMA(platform_.files); },
+        [&] { network_.End(); });
 }
 
 /// Tells the user on the form and outside it.
@@ -219,9 +232,46 @@ void FrmVeltrix::OpenTabs() {
     controls_.Tabs("SSTab2").Enter("Local Station");
 }
 
+void FrmVeltrix::BindLocation() {
+    delivery_.consumers.stations = &location_.matching;
+    delivery_.consumers.calibration = &location_.calibration;
+    network_.receivers.matching = &location_.matching;
+    network_.receivers.marks = &location_.marks;
+    location_.OnMapChanged = [this] { DrawMap(); };
+    location_.calibration.OnChanged = [this] {
+        location_.calibration.DrawCalibrationCurves();
+        DrawMap();
+    };
+    network_.list.OnEdited = [this] { DrawMap(); };
+    position_.OnMoved = [this](bool bDecimal) {
+        location_.HomeMoved();
+        if (bDecimal) DrawMap();
+    };
+    viewCycle_.OnCalibrationTab = [this] { location_.calibration.DrawCalibrationCurves(); };
+}
+
+/// Whatever asks for it goes on: a map that cannot be read is reported here.
+void FrmVeltrix::DrawMap() {
+    UnderErrorConvention(errors_, "MapInit", [this] { mapView_.MapInit(); });
+}
+
+/// The map and the boxes show the selected station.
+void FrmVeltrix::FollowSelection() {
+    ShowStation();
+    location_.sync.ShowCurrent();
+    mapView_.KeepSelectedMap();
+    DrawMap();
+}
+
+void FrmVeltrix::ShowStation() {
+    commands_.ShowStation();
+    location_.calibration.ShowCorrections();
+}
+
 void FrmVeltrix::BindHousekeeping() {
     housekeeping_.jobs.NoiseLogMinute = [this] { NoiseLogMinute(); };
-    housekeeping_.jobs.MapInit = [this] { mapView_.MapInit(); };
+    housekeeping_.jobs.MapUpdatePlot = [this] { mapView_.Tick(); };
+    housekeeping_.jobs.MapInit = [this] { DrawMap(); };
     housekeeping_.jobs.Timer5_Timer = [this] {
         // Events that run while the form is loading must not take the plot that is still to come for an empty
         // day.

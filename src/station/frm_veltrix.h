@@ -16,6 +16,7 @@
 #include "station/form_displays.h"
 #include "station/housekeeping.h"
 #include "station/map_view.h"
+#include "station/mark_commands.h"
 #include "station/polar_view.h"
 #include "station/position_boxes.h"
 #include "station/pulse_delivery.h"
@@ -24,6 +25,7 @@
 #include "station/sample_tick.h"
 #include "station/settings_binding.h"
 #include "station/station_commands.h"
+#include "station/station_location.h"
 #include "station/station_network.h"
 #include "station/view_cycle.h"
 #include "timebase/precise_now.h"
@@ -56,6 +58,8 @@ class FrmVeltrix {
 
     ControlSet& Controls() { return controls_.All(); }
     DetectionConsumers& Consumers() { return delivery_.consumers; }
+    /// Told of each located strike. May be empty.
+    std::function<void(const LocatedStrike&)>& OnLocated() { return location_.matching.OnLocated; }
     ErrorReporter& Errors() { return errors_; }
     /// "V", major, ".", minor, ".", revision.
     const std::string& Version() const { return errors_.Version(); }
@@ -70,6 +74,10 @@ class FrmVeltrix {
     void LoadDisplays();
     void OpenTabs();
     void BindHousekeeping();
+    void BindLocation();
+    void DrawMap();
+    void FollowSelection();
+    void ShowStation();
     void NoiseLogMinute();
     HomeStation Home();
 
@@ -87,13 +95,15 @@ class FrmVeltrix {
     PulseDelivery delivery_;
     SampleTick tick_;
     PolarView polarView_;
-    MapView mapView_;
     ViewCycle viewCycle_;
     ReplayFiles replayFiles_;
     About about_;
     DailyRollover rollover_;
     RecorderStart recorder_;
     StationNetwork network_;
+    StationLocation location_;
+    MapView mapView_;
+    MarkCommands markCommands_;
     StationCommands commands_;
     Housekeeping housekeeping_;
     std::unique_ptr<Timer> Timer1;

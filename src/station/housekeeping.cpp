@@ -35,7 +35,6 @@ bool IsMapFile(std::string_view name) {
 Housekeeping::Housekeeping(FormControls& controls, Platform& platform, StationNetwork& network,
                            std::function<HomeStation()> home)
     : files_(platform.files),
-      store_(platform.store),
       network_(network),
       home_(std::move(home)),
       lstOnline(controls.List("lstOnline")),
@@ -125,7 +124,8 @@ void Housekeeping::OnlineMinute() {
 
 /// Takes over what others have written. A failure leaves the names behind it to the next minute.
 void Housekeeping::TakeChangedFiles() {
-    const std::string MapFilenamePicture4 = store_.GetSetting("Setting", "MapFilenamePicture4", "");
+    const std::string MapFilenamePicture4 =
+        network_.mappers[network_.selection.MapperIndex].MapFilenamePicture4;
     bool bDrawn = false;
     const auto drawMap = [&] {
         if (!std::exchange(bDrawn, true)) Run(jobs.MapInit);

@@ -48,7 +48,6 @@ class Housekeeping {
     bool AddressHasChanged();
 
     Files& files_;
-    SettingsStore& store_;
     StationNetwork& network_;
     std::function<HomeStation()> home_;
     ListBox& lstOnline;

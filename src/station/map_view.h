@@ -1,30 +1,75 @@
 #pragma once
-// What the user does about the map's background.
+// The map of strikes: its background and geometry, the marks and dots on it, and the commands of its dialog.
 
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "location/replot.h"
 #include "station/background_dialog.h"
+#include "station/map_maker.h"
+#include "station/station_marks.h"
+#include "station/station_network.h"
 
 namespace veltrix {
 
-/// The map with its background and its dialog Frame2. Owned by the form.
+/// Puts the map together, and anew whenever something it stands on has changed. Owned by the form.
 class MapView {
   public:
-    MapView(FormControls& controls, Platform& platform, ErrorReporter& errors);
+    struct Parts {
+        FormControls& controls;
+        Platform& platform;
+        ErrorReporter& errors;
+        StationNetwork& network;
+        MapMarks& marks;
+        RecentData& recent;
+        LightningDots& dots;
+        std::function<FixRules()> rules;
+        std::function<void(bool)> skipSamples;
+        std::function<void()> Timer1_Timer;
+    };
 
-    /// Binds the commands of the dialog.
+    explicit MapView(const Parts& parts);
+
+    /// Lays the built-in map and binds the commands of the dialog.
     void Start();
+    /// Brings the map of the last run back: its file and its strikes. From here on MapInit() works. Failed
+    /// steps are passed over.
+    void Load();
 
-    /// Loads the map, where one is chosen, and keeps a clean copy of it. Raises what Pictures raises for a
-    /// file that cannot be read; everything is as it was then.
+    /// Draws the map of the selected station: background, geometry, marks, and the strikes that are young
+    /// enough, by the calibration as it now stands. Does nothing before Load(), nor inside itself. Raises
+    /// what Pictures and Files raise for a file that cannot be read, after everything else is done.
     void MapInit();
+    /// Lets the dots age; once a minute.
+    void Tick();
+
+    /// The map of the selected station is that of the next start.
+    void KeepSelectedMap() { dialog_.Keep(Selected().MapFilenamePicture4); }
 
     void OpenFrame2() { dialog_.Open(); }
 
   private:
+    void LoadBackground(const std::string& file);
+    void TakeGeometry(const std::string& file);
+    void DrawStrikes();
+    void Clear();
+    void Reset();
+    void MakeStationMap();
+    ClassMapper& Selected();
+
+    Parts parts_;
     PictureBox& Picture4;
     PictureBox& Picture8;
+    Shape& shpSphere;
+    Shape& shp2D;
     Button& cmdReset;
-    Pictures& pictures_;
+    Button& cmdStationMap;
+    TextBox& txtStationMapRadius;
     BackgroundDialog dialog_;
+    MapMaker maker_;
+    bool bLoaded_ = false;
+    bool bDrawing_ = false;
 };
 
 }  // namespace veltrix

@@ -22,7 +22,10 @@ PositionBoxes::PositionBoxes(FormControls& controls, SettingsBinding& settings)
 }
 
 void PositionBoxes::Bind(Axis& axis) {
-    settings_.WhenTaken(axis.decimal.Name(), [this, &axis] { ShowParts(axis); });
+    settings_.WhenTaken(axis.decimal.Name(), [this, &axis] {
+        ShowParts(axis);
+        if (OnMoved) OnMoved(true);
+    });
     const std::array<std::pair<double, double>, 3> ranges = {{{-axis.limit, axis.limit}, {0, 59}, {0, 59}}};
     for (std::size_t i = 0; i < ranges.size(); ++i) {
         Part& part = axis.parts[i];
@@ -55,6 +58,7 @@ void PositionBoxes::TakeParts(const Axis& axis) {
     axis.decimal.SetText(text);
     ValidateRange(axis.decimal, -axis.limit, axis.limit);
     settings_.SetNumber(axis.decimal.Name(), home, text);
+    if (OnMoved) OnMoved(false);
 }
 
 }  // namespace veltrix

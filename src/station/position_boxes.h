@@ -15,6 +15,9 @@ class PositionBoxes {
   public:
     PositionBoxes(FormControls& controls, SettingsBinding& settings);
 
+    /// The position has changed; `bDecimal` when the user typed it into a decimal box. May be empty.
+    std::function<void(bool bDecimal)> OnMoved;
+
     /// Degrees, north positive.
     double HomeLatitude() const { return Home(latitude_); }
     /// Degrees, east positive.

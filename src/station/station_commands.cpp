@@ -1,5 +1,8 @@
 #include "station/station_commands.h"
 
+#include <utility>
+
+#include "common/arithmetic.h"
 #include "common/neutral_text.h"
 #include "detection/settings_table.h"
 
@@ -9,18 +12,18 @@ namespace {
 
 constexpr int EditorPause = 100;            // ms
 constexpr double FarthestDrift = 90000000;  // ms per day
-/// The row of the last mark clicked on the map: none yet.
-constexpr std::int16_t NoMarkClicked = 0;
 
 }  // namespace
 
 StationCommands::StationCommands(FormControls& controls, SettingsBinding& settings, Platform& platform,
-                                 StationNetwork& network)
+                                 StationNetwork& network, std::function<void(std::int16_t)> connectTo)
     : controls_(controls),
       settings_(settings),
       platform_(platform),
       network_(network),
-      txtRemoteHost(controls.Text("txtRemoteHost")) {
+      connectTo_(std::move(connectTo)),
+      txtRemoteHost(controls.Text("txtRemoteHost")),
+      txtClockDrift(controls.Text("txtClockDrift")) {
     settings_.WhenTaken("txtRemoteHost", [this] {
         if (bStarted_) txtRemoteHost_Change();
     });
@@ -38,8 +41,7 @@ void StationCommands::Start() {
     CmbStateServer.OnDropDown = [this] { network_.server.ListServerSockets(); };
     CmbStateServer.OnCloseUp = [&CmbStateServer] { CmbStateServer.Clear(); };
     // Not a key of the store: the figure of the selected row of the station list.
-    TextBox& txtClockDrift = controls_.Text("txtClockDrift");
-    txtClockDrift.OnEntry = [this, &txtClockDrift] {
+    txtClockDrift.OnEntry = [this] {
         const CheckedNumber number = ValidateNumber(txtClockDrift, "0");
         if (!number.good || !ValidateRange(txtClockDrift, -FarthestDrift, FarthestDrift)) return;
         txtClockDrift.SetText(GeneralNumber(number.value));
@@ -61,18 +63,15 @@ void StationCommands::txtRemoteHost_Change() {
     network_.client.Reconnect(row);
 }
 
-void StationCommands::ShowRemoteHost(const std::string& address) {
-    if (address == txtRemoteHost.Text()) return;
-    // A change of the box like any other: saved, and the row's sockets connect anew.
-    txtRemoteHost.Enter(address);
+void StationCommands::ShowStation() {
+    const ClassMapper& row = network_.mappers[network_.selection.MapperIndex];
+    controls_.List("cmbRemoteHost").SetListIndex(network_.selection.MapperIndex - 1);
+    txtRemoteHost.SetText(row.sIP);
+    txtClockDrift.SetText(GeneralNumber(IntegerPart(row.Corr.dPreDrift)));
 }
 
 void StationCommands::cmbRemoteHost_Click() {
-    Selection& selection = network_.selection;
-    selection.MapperIndex = static_cast<std::int16_t>(controls_.List("cmbRemoteHost").ListIndex() + 1);
-    selection.ClientIndex = network_.client.GetClientSocket(NoMarkClicked);
-    ShowRemoteHost(network_.mappers[selection.MapperIndex].sIP);
-    network_.client.ConnectSelected();
+    connectTo_(static_cast<std::int16_t>(controls_.List("cmbRemoteHost").ListIndex() + 1));
 }
 
 void StationCommands::cmdEditStationList_Click() {

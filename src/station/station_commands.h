@@ -14,24 +14,29 @@ namespace veltrix {
 /// Chooses the station to connect to, its address, and edits the list. Owned by the form.
 class StationCommands {
   public:
+    /// `connectTo` selects a row and connects to its station.
     StationCommands(FormControls& controls, SettingsBinding& settings, Platform& platform,
-                    StationNetwork& network);
+                    StationNetwork& network, std::function<void(std::int16_t)> connectTo);
 
     /// Binds the controls. REQUIRES that the settings are loaded and the network has started.
     void Start();
+
+    /// Lets the boxes of the tabs show the selected station.
+    void ShowStation();
 
   private:
     void cmbRemoteHost_Click();
     void txtRemoteHost_Change();
     void cmdEditStationList_Click();
-    void ShowRemoteHost(const std::string& address);
     void TakeStoredHost();
 
     FormControls& controls_;
     SettingsBinding& settings_;
     Platform& platform_;
     StationNetwork& network_;
+    std::function<void(std::int16_t)> connectTo_;
     TextBox& txtRemoteHost;
+    TextBox& txtClockDrift;
     bool bStarted_ = false;
 };
 

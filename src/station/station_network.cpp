@@ -15,7 +15,7 @@ constexpr std::int16_t OnlineEntriesKept = 50;
 StationNetwork::StationNetwork(FormControls& controls, Platform& platform, ErrorReporter& errors,
                                PreciseNow& preciseNow, const AmplitudeLimits& limits,
                                const std::function<HomeStation()>& home)
-    : mappers(platform.clock),
+    : mappers({platform.clock, preciseNow, platform.files, errors}),
       sockets(platform.sockets),
       list({mappers, platform.clock, errors, controls.List("cmbRemoteHost"),
             controls.Check("optStationListUpdate")},
@@ -48,7 +48,8 @@ void StationNetwork::Start() {
     selection.MapperIndex =
         static_cast<std::int16_t>(std::clamp(stored, 0.0, static_cast<double>(C_NUMBEROFMAPPERS)));
     SkippingErrors([&] { list.StationListGet(); }, [&] { list.StationListTo(); },
-                   [&] { client.LoadClientSockets(); });
+                   [&] { client.LoadClientSockets(); },
+                   [&] { selection.ClientIndex = client.FindClientSocket(selection.MapperIndex); });
 }
 
 void StationNetwork::End() {

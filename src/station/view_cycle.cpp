@@ -31,7 +31,10 @@ void ViewCycle::Start() {
     BindDialog(Picture4, bRightDown4, openFrame2_, [this] {
         if (!IsCalibrating()) Pass(Picture4, Picture5);
     });
-    SSTab3.OnClick = [this](MouseButton) { lblCalibrationMode.SetVisible(IsCalibrating()); };
+    SSTab3.OnClick = [this](MouseButton) {
+        lblCalibrationMode.SetVisible(IsCalibrating());
+        if (OnCalibrationTab) OnCalibrationTab();
+    };
     Picture5.OnClick = [this](MouseButton button) {
         if (button == MouseButton::Left && Picture5.Visible()) Pass(Picture5, Picture1);
     };

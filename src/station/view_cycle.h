@@ -16,6 +16,9 @@ class ViewCycle {
     /// Binds the views and shows the polar display.
     void Start();
 
+    /// A click on the tab strip of the calibration. May be empty.
+    std::function<void()> OnCalibrationTab;
+
     /// True while the calibration by drag and drop is active: the map then keeps the clicks.
     bool IsCalibrating() const;
 

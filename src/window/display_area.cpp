@@ -14,6 +14,8 @@
 #include "window/history_scale.h"
 #include "window/marker_view.h"
 #include "window/palette.h"
+#include "window/pop_up_menu.h"
+#include "window/shape_view.h"
 
 namespace veltrix {
 
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int Margin = 8;
 constexpr int LeastView = 320;
+constexpr int LeastCurves = 160;
 constexpr double ScopePart = 0.21;  // of the width that views and scopes share
 constexpr int RoomAroundText = 12;  // pixels
 /// The longest text below a scope: amplitude, direction and time of the strongest detection.
@@ -57,6 +60,7 @@ DisplayArea::DisplayArea(Bindings& bindings, PageBuilder& builder, QWidget* pare
     amplitude_ = MakeScope("Picture2", "Label4", {"Text4", "Text5"});
     direction_ = MakeScope("Picture3", "Label3", {"Text3", "txtLocal", "txtRemote"});
     mapDialog_ = MakeDialog("Frame2", "cmdCancel", *this);
+    mapDialog_->findChild<QWidget*>(QStringLiteral("PicpSD"))->setMinimumHeight(LeastCurves);
 }
 
 SurfaceView& DisplayArea::MakeView(const char* name, const char* title) {
@@ -155,6 +159,12 @@ void DisplayArea::DressMap(SurfaceView& view) {
     new MarkerView(bindings_, dynamic_cast<Marker&>(bindings_.Find("Picture6")), view);
     for (int i = 1; Control* const marker = bindings_.FindIf(ElementName("Picture7", i)); ++i)
         new MarkerView(bindings_, dynamic_cast<Marker&>(*marker), view);
+    new OutlineView(bindings_, dynamic_cast<Shape&>(bindings_.Find("ShapeMapperIndex")), view);
+    new PopUpMenu(bindings_, dynamic_cast<Menu&>(bindings_.Find("mnuPopUp")), view);
+    for (const auto& [name, kind] :
+         {std::pair{"shpSphere", MapSign::Kind::Sphere}, std::pair{"shp2D", MapSign::Kind::Flat}})
+        view.Pin(*new MapSign(bindings_, dynamic_cast<Shape&>(bindings_.Find(name)), kind),
+                 Qt::AlignTop | Qt::AlignRight);
 
     view.Pin(Labels(Qt::Horizontal, {"lblTextStrikeCount", "lblStrikeCount4"}),
              Qt::AlignBottom | Qt::AlignRight);
@@ -170,7 +180,7 @@ void DisplayArea::DressMap(SurfaceView& view) {
 
     QWidget& whoIs = Labels(Qt::Horizontal, {"lblWhoIs"});
     Cover(whoIs, "lblWhoIs");
-    view.PinAt(whoIs, bindings_.Find("lblWhoIs"));
+    view.PinBeside(whoIs, dynamic_cast<Label&>(bindings_.Find("lblWhoIs")), Marker::Side);
 }
 
 int DisplayArea::LeastScope() const {

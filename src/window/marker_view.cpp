@@ -9,13 +9,6 @@
 
 namespace veltrix {
 
-namespace {
-
-/// On a view much smaller than its surface a mark can still be hit.
-constexpr int LeastSide = 7;
-
-}  // namespace
-
 MarkerView::MarkerView(Bindings& bindings, Marker& marker, SurfaceView& view)
     : QWidget(&view), marker_(marker), view_(view) {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -38,7 +31,14 @@ void MarkerView::MoveToPlace() {
 }
 
 void MarkerView::paintEvent(QPaintEvent* /*event*/) {
-    QPainter(this).fillRect(rect(), ToColor(marker_.BackColor()));
+    QPainter painter(this);
+    const QColor color = ToColor(marker_.BackColor());
+    painter.fillRect(rect(), color);
+    if (marker_.Border() == 0) return;
+    // Seen against the mark, and on maps of any colour.
+    const bool isLight = Contrast(color, Qt::black) > Contrast(color, Qt::white);
+    painter.setPen(isLight ? Qt::black : Qt::white);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 QPointF MarkerView::OnMarker(QPointF position) const {

@@ -6,10 +6,14 @@
 
 namespace veltrix {
 
-/// A small square in its model's colour, at the model's place on a surface and scaled with it. It follows the
+/// A small square in its model's colour, with a border where the model has one, at the model's place on a
+/// surface and scaled with it. It follows the
 /// mouse; positions are in pixels of the surface, from the mark's upper left corner. Child of the view.
 class MarkerView final : public QWidget {
   public:
+    /// On a view much smaller than its surface a mark can still be hit.
+    static constexpr int LeastSide = 7;
+
     MarkerView(Bindings& bindings, Marker& marker, SurfaceView& view);
 
   protected:

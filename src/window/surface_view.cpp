@@ -13,7 +13,10 @@ namespace veltrix {
 
 namespace {
 
+constexpr double FormUnitsPerPixel = 15;
+
 constexpr int PinMargin = 6;
+constexpr double Far = 1e6;  // pixels; what lies beyond is shown nowhere
 
 }  // namespace
 
@@ -80,27 +83,34 @@ void SurfaceView::Pin(QWidget& child, Qt::Alignment where) {
     pinned_.push_back({&child, where});
 }
 
-void SurfaceView::PinAt(QWidget& child, Control& control) {
+void SurfaceView::PinBeside(QWidget& child, Label& label, int side) {
     child.setParent(this);
-    const auto move = [this, &child, &control] {
+    const auto move = [this, &child, &label, side] {
+        const double endsAt = label.RightAligned() ? label.Left() + label.Width() : label.Left() - side;
         const QSize size = child.sizeHint();
-        const QPoint wanted = InWidget(control.Left(), control.Top());
-        child.setGeometry(QRect{std::max(0, std::min(wanted.x(), width() - size.width())),
-                                std::max(0, std::min(wanted.y(), height() - size.height())), size.width(),
+        QPoint corner = InWidget(label.Left(), label.Top());
+        if (label.RightAligned() || corner.x() + size.width() > width())
+            corner.setX(InWidget(endsAt, 0).x() - size.width());
+        child.setGeometry(QRect{std::max(0, std::min(corner.x(), width() - size.width())),
+                                std::max(0, std::min(corner.y(), height() - size.height())), size.width(),
                                 size.height()});
         child.raise();
     };
     WhenPlaced(move);
-    bindings_.Also(control, move);
+    bindings_.Also(label, move);
 }
 
 QPoint SurfaceView::InWidget(double x, double y) const {
     const SurfacePlace place = Place();
-    return (place.corner + QPointF(x, y) * place.factor).toPoint();
+    const QPointF at = place.corner + QPointF(x, y) * place.factor;
+    return QPointF(std::clamp(at.x(), -Far, Far), std::clamp(at.y(), -Far, Far)).toPoint();
 }
 
 SurfacePlace SurfaceView::Place() const {
-    return PlaceOf(SizeOf(box_), size(), devicePixelRatioF());
+    SurfacePlace place = PlaceOf(SizeOf(box_), size(), devicePixelRatioF());
+    // A surface can be moved under what it is seen through.
+    place.corner.rx() += std::round(box_.Left() / FormUnitsPerPixel * place.factor);
+    return place;
 }
 
 QSize SurfaceView::sizeHint() const {

@@ -41,9 +41,10 @@ class SurfaceView final : public QWidget {
     /// Keeps a child widget in a corner, at an edge or in the middle of the surface's place.
     void Pin(QWidget& child, Qt::Alignment where);
 
-    /// Keeps a child widget at the control's Left and Top, which are in pixels of the surface, and whole
-    /// inside it. REQUIRES that the control is bound to the child.
-    void PinAt(QWidget& child, Control& control);
+    /// Keeps a child widget at the label's Left and Top, which are in pixels of the surface, and whole inside
+    /// this widget. Where its text takes more room than there is, it goes to the other side of what it lies
+    /// beside, `side` pixels of the surface away. REQUIRES that the label is bound.
+    void PinBeside(QWidget& child, Label& label, int side);
     /// Runs `place` whenever the surface's place has changed.
     void WhenPlaced(std::function<void()> place) { placed_.push_back(std::move(place)); }
 

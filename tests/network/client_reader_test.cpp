@@ -31,7 +31,7 @@ struct ReaderTest : ListTest, RemoteMatching, StrikeDisplays, StrikeAlarm, Stati
         for (const double number : numbers) text += " " + GeneralNumber(number);
         calls.push_back(text);
     }
-    RemoteFix MapUpdate(const RemoteDetection& d) override {
+    StrikeFix MapUpdate(const RemoteDetection& d) override {
         Call(std::to_string(d.row) + " " + std::to_string(d.socket), {d.dDir, d.dAmp, d.dTime});
         if (onMapUpdate) onMapUpdate();
         return fix;
@@ -70,7 +70,7 @@ struct ReaderTest : ListTest, RemoteMatching, StrikeDisplays, StrikeAlarm, Stati
                          [] { return HomeStation{"Me", "", 5, 52, 5, 52, "1.2.3", 0}; }, mirror, show,
                          realTime, shown, alarmLatitude, alarmLongitude}};
     Texts calls;
-    RemoteFix fix;
+    StrikeFix fix;
     std::function<void()> onMapUpdate;
 };
 
@@ -146,7 +146,7 @@ TEST_F(ReaderTest, AFixGoesToTheLinkClientAndTheAlarm) {
     display->Connect("10.0.0.1", LinkPort);
     loop.Run(10);
     alarmLatitude.SetText("51,5");
-    const std::tuple<RemoteFix, bool, Texts> table[] = {
+    const std::tuple<StrikeFix, bool, Texts> table[] = {
         {{true, 365.5, 52.5, false}, true, {"alarm 51.5 0 52.5 5.5"}},  // a full turn is taken off
         {{false, 5.5, 52.5, false}, true, {}},
         {{false, 5.5, 52.5, true}, false, {}},

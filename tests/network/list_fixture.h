@@ -47,7 +47,8 @@ struct ListTest : ::testing::Test {
     ManualClock clock;
     MemoryFiles files{clock};
     RecordingErrors errors;
-    Mappers mappers{clock};
+    PreciseNow preciseNow{clock};
+    Mappers mappers{{clock, preciseNow, files, errors}};
     ListBox combo{"cmbRemoteHost", ControlKind::Combo};
     CheckBox update{"optStationListUpdate"};
     StationList list{{mappers, clock, errors, combo, update}, files};

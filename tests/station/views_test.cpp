@@ -165,7 +165,7 @@ TEST_F(Views, SurfacesAndMarksAnswerRequests) {
         {"save Picture1 missing\\a.bmp", "error Failure 76 on missing\\a.bmp"},
     };
     for (const auto& [request, answer] : cases) EXPECT_EQ(station.Ask(request), answer) << request;
-    EXPECT_TRUE(computer.files.Content("mark.bmp") == BmpBytes(Plain(Black, 9)));
+    EXPECT_TRUE(computer.files.Content("mark.bmp") == BmpBytes(Plain(Rgb(0, 255, 0), 9)));
 }
 
 TEST_F(Views, FoldersAreWalkedAndKept) {

@@ -90,6 +90,9 @@ struct MemoryPictures final : Pictures {
         return {side, side, std::vector<ColourValue>(static_cast<std::size_t>(side * side), Ground)};
     }
 
+    /// None: a station under test draws its maps without them.
+    std::vector<std::byte> Coastlines() override { return {}; }
+
     static constexpr ColourValue Ground = Rgb(8, 9, 10);  ///< of those built in
     std::map<std::string, Bitmap, std::less<>> all;  ///< by name in lower case; one without pixels is damaged
 };

@@ -91,4 +91,8 @@ Bitmap QtPictures::BuiltIn(BuiltInPicture which) {
     return BitmapOf(QImage(QLatin1String(isSplash ? resources::Splash : resources::PolarBackground)), false);
 }
 
+std::vector<std::byte> QtPictures::Coastlines() {
+    return resources::CoastlineBytes();
+}
+
 }  // namespace veltrix

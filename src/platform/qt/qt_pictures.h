@@ -14,6 +14,7 @@ class QtPictures final : public Pictures {
     /// Transparent pixels of a GIF are black; BMP files are taken as opaque.
     Bitmap Load(std::string_view name) override;
     Bitmap BuiltIn(BuiltInPicture which) override;
+    std::vector<std::byte> Coastlines() override;
 
   private:
     DeskFiles files_;

@@ -1,0 +1,59 @@
+#include "location/replot.h"
+
+#include "display/colours.h"
+#include "location/bearing_fix.h"
+
+namespace veltrix {
+
+namespace {
+
+constexpr int RecordsBetweenDrains = 100;
+constexpr double NoPlace = -1;
+
+/// Holds the detector off while it lives.
+class SamplesSkipped {
+  public:
+    explicit SamplesSkipped(const std::function<void(bool)>& skip) : skip_(skip) { skip_(true); }
+    ~SamplesSkipped() { skip_(false); }
+    SamplesSkipped(const SamplesSkipped&) = delete;
+    SamplesSkipped& operator=(const SamplesSkipped&) = delete;
+
+  private:
+    const std::function<void(bool)>& skip_;
+};
+
+void ReplotOne(const ReplotParts& parts, const Surface& pic, const FixRules& rules, const RecentFix& record,
+               DateTime now) {
+    Mappers& mappers = parts.mappers;
+    const ClassMapper& remote = mappers[record.iRecentMapper];
+    BearingFix fix =
+        CorrectBearings(mappers, {record.iRecentMapper, record.dRecentDirLocal, record.dRecentDirRemote});
+    if (mappers.Local().MapRadius != 0)
+        CrossOnGlobe(fix, mappers, record.iRecentMapper, rules.home, rules.dAngularSeparation);
+    else
+        CrossOnFlatMap(fix, {{mappers.HomeX, mappers.HomeY}, {remote.RemoteX, remote.RemoteY}});
+    if (!(AgeInMinutes(record.dRecentTime, now) < rules.Age) || fix.place.dX == NoPlace ||
+        fix.place.dY == NoPlace || !fix.bWide)
+        return;
+    const MapPoint focus =
+        mappers.c2DFocus.GetFocus(mappers.HomeX, mappers.HomeY, remote.RemoteX, remote.RemoteY, fix.place,
+                                  rules.FocusWindow, record.dRecentTime);
+    const MapPoint place = rules.bFocus ? focus : fix.place;
+    parts.dots.AddpXY2(pic, place.dX, pic.ScaleHeight() - place.dY,
+                       AgeColor(now - record.dRecentTime, rules.Age), record.dRecentTime);
+}
+
+}  // namespace
+
+void ReplotRecentData(const ReplotParts& parts, const Surface& pic, const FixRules& rules) {
+    const SamplesSkipped skipped(parts.skipSamples);
+    parts.dots.ClearpX2();
+    parts.mappers.c2DFocus.Clear();
+    for (int k = 0; k < RecentData::Length; ++k) {
+        if (k % RecordsBetweenDrains == 0) parts.Timer1_Timer();
+        const RecentFix& record = parts.recent.Slot((parts.recent.iRecentHead + k + 1) % RecentData::Length);
+        if (record.bRecentValid) ReplotOne(parts, pic, rules, record, parts.clock.Now());
+    }
+}
+
+}  // namespace veltrix

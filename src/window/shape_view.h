@@ -1,0 +1,42 @@
+#pragma once
+// The figures that lie on the map.
+
+#include "window/bindings.h"
+#include "window/surface_view.h"
+
+namespace veltrix {
+
+/// The outline of a rectangle at its model's place on a surface, scaled with it but never smaller than around
+/// a mark, in its model's fore colour with black around it. The mouse goes through. Child of the view.
+class OutlineView final : public QWidget {
+  public:
+    OutlineView(Bindings& bindings, Shape& shape, SurfaceView& view);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void MoveToPlace();
+
+    Shape& shape_;
+    SurfaceView& view_;
+};
+
+/// A small sign that says what kind of map is shown, in its model's fore colour on black.
+class MapSign final : public QWidget {
+  public:
+    enum class Kind { Sphere, Flat };
+
+    MapSign(Bindings& bindings, Shape& shape, Kind kind);
+
+    QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    Shape& shape_;
+    Kind kind_;
+};
+
+}  // namespace veltrix
