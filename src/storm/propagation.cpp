@@ -28,6 +28,12 @@ double Attenuation(double distance) {
     return Normal / d * std::exp((Normal - d) / LossRange);
 }
 
+double GeodesicDistance(double latitude1, double longitude1, double latitude2, double longitude2) {
+    double metres = 0;
+    GeographicLib::Geodesic::WGS84().Inverse(latitude1, longitude1, latitude2, longitude2, metres);
+    return metres / 1000;
+}
+
 Propagation::Propagation() : filteredShare_(SfericPeakBehindFilter()) {}
 
 Arrival Propagation::At(const StormStation& station, const Strike& strike) const {

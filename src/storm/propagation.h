@@ -28,6 +28,9 @@ inline constexpr UtcTime LongestTravel = 67'000'000;
 /// what the earth-ionosphere guide costs near 10 kHz by day over land. Below 10 km it grows no more.
 double Attenuation(double distance);
 
+/// Length of the geodesic between two places in degrees, km.
+double GeodesicDistance(double latitude1, double longitude1, double latitude2, double longitude2);
+
 /// Geometry on the WGS84 ellipsoid to nanometres and nanoseconds (GeographicLib), never by the station's own
 /// formulas, which it is there to judge.
 class Propagation {

@@ -214,14 +214,16 @@ Scenario ParseScenario(std::string_view text, std::string_view name) {
 
 Scenario LoadScenario(const std::string& name) {
     std::error_code ignored;
-    if (!std::filesystem::exists(name, ignored)) {
+    const bool isFolder = std::filesystem::is_directory(name, ignored);
+    if (isFolder || !std::filesystem::exists(name, ignored)) {
         if (const std::optional<std::string_view> text = BuiltInScenario(name))
             return ParseScenario(*text, name);
+    }
+    if (!std::filesystem::exists(name, ignored))
         throw Failure(errors::FileNotFound, name + ": no such scenario file; built in: " + BuiltInNames(),
                       "storm");
-    }
     std::ifstream file(name, std::ios::binary);
-    if (!file || std::filesystem::is_directory(name, ignored))
+    if (!file || isFolder)
         throw Failure(errors::PermissionDenied, name + ": cannot be read as a scenario file", "storm");
     if (std::filesystem::file_size(name, ignored) > LargestFile)
         Refuse(name + ": too large for a scenario file");

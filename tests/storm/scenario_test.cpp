@@ -49,6 +49,11 @@ TEST(ScenarioFile, NamesTheFileTheSectionAndTheKeyOfAFault) {
     const Scenario scenario = ParseScenario(Good + "[STATION Two]\nlatitude=1\nlongitude=2\nnoise=1.5\n", "");
     EXPECT_EQ(scenario.stations.at(0).noise, 70);
     EXPECT_EQ(scenario.StationIndex("two"), 1u);
+    // A folder of that name does not hide the built-in one.
+    const ScratchFolder folder;
+    folder.Put("demo/x", "");
+    RunningProgram program("veltrix-storm", {"demo", "--seconds=0.001"}, folder.Text());
+    EXPECT_EQ(program.Wait(), 0) << program.Errors();
 }
 
 TEST(UtcTime, ReadsStampsAndRefusesWhatIsNone) {
@@ -76,7 +81,7 @@ TEST(StormProgram, RefusesWithOneLine) {
     const std::tuple<std::vector<std::string>, int, const char*> table[] = {
         {{}, 64, "a scenario is missing"},
         {{"demo", "--seconds=0"}, 64, "--seconds: '0'"},
-        {{"demo", "--station", "Charlie"}, 1, "no station 'Charlie'; there are: Alpha, Bravo"},
+        {{"demo", "--station", "Delta"}, 1, "no station 'Delta'; there are: Alpha, Bravo, Charlie"},
         {{"none.ini"}, 1, "none.ini: no such scenario file; built in: demo"},
         {{"demo", "--out", "nowhere/a.wav"}, 1, "nowhere/a.wav: "},
         {{"demo", "--truth", "/dev/full"}, 1, "/dev/full: cannot be written"},
