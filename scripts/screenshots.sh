@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Writes docs/pictures/*.png: the window of a station that hears some minutes of the built-in storm as fast as it can, and
-# listens to another one, on a screen that nobody sees. Takes about two minutes once all is built.
+# Writes docs/pictures/*.png: the window of a station that listens to another one, on a screen that nobody sees. First it
+# hears some minutes of the built-in storm as fast as it can, then as they come, for the map. Takes about five minutes once
+# all is built.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -8,6 +9,7 @@ width=1280
 height=800
 storm_seconds=600
 watch_seconds=65
+map_seconds=180
 
 scripts/setup.sh shots
 scripts/build.sh release veltrix veltrix-ctl veltrix-storm SndInput
@@ -30,7 +32,7 @@ cleanup() {
 trap cleanup EXIT
 
 mkdir "$station/Bravo"
-printf '[Setting]\nStationName=Alpha\nLatitude=48.2\nLongitude=9.0\nTresholdQuotient=78\nRemoteHost=127.0.0.2\n' \
+printf '[Setting]\nStationName=Alpha\nLatitude=48.2\nLongitude=9.0\nTresholdQuotient=78\nRemoteHost=127.0.0.2\nTOAFilter=1\n[ClientSocket]\nTag0=1\nTag1=\n' \
     >"$station/veltrix.ini"
 printf '[Setting]\nStationName=Bravo\nLatitude=50.6\nLongitude=12.2\nRemoteHost=127.0.0.1\n' >"$station/Bravo/veltrix.ini"
 printf '[Window]\nLeft=0\nTop=0\nWidth=%s\nHeight=%s\n' "$width" "$height" >"$station/window.ini"
@@ -42,14 +44,20 @@ screen=$!
 read -r number <"$station/display"
 export DISPLAY=:$number QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1 XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$station}
 
+# alpha SOURCE: starts the station, in its window.
+alpha() {
+    rm -f "$station/control"
+    SNDINPUT_SOURCE=$1 "$bin/veltrix" --dir "$station" --settings "$station/veltrix.ini" --address 127.0.0.1 \
+        --recorder "$bin/SndInput" --control "$station/control" --print none >/dev/null &
+    veltrix=$!
+    until [[ -S $station/control ]]; do sleep 0.2; done
+}
+
 "$bin/veltrix-storm" demo --station Alpha --seconds "$storm_seconds" --out "$station/storm.wav" 2>/dev/null
-SNDINPUT_SOURCE="file:$station/storm.wav;speed=max" "$bin/veltrix" --dir "$station" --settings "$station/veltrix.ini" \
-    --address 127.0.0.1 --recorder "$bin/SndInput" --control "$station/control" --print none >/dev/null &
-veltrix=$!
 SNDINPUT_SOURCE=storm:demo,Bravo "$bin/veltrix" --headless --dir "$station/Bravo" --settings "$station/Bravo/veltrix.ini" \
     --address 127.0.0.2 --recorder "$bin/SndInput" --print none >/dev/null &
 bravo=$!
-until [[ -S $station/control ]]; do sleep 0.2; done
+alpha "file:$station/storm.wav;speed=max"
 
 ctl() { "$bin/veltrix-ctl" --control "$station/control" "$@" >/dev/null; }
 shot() {
@@ -67,6 +75,14 @@ ctl click Picture1 left
 ctl click Picture4 left
 ctl set SSTab1 Internet
 shot history
+ctl quit
+wait "$veltrix"
+
+alpha storm:demo,Alpha
+sleep "$map_seconds"
+ctl click Picture1 left
+ctl set SSTab1 Sync
+shot map
 ctl quit
 wait "$veltrix"
 veltrix=""
