@@ -75,10 +75,17 @@ void ClassCorrelator::Clear() {
     TOAMedian.Start(TOAMedianLength);
     Median.Start(MedianLength);
     CorrelatorInit();
-    histograms_ = std::make_unique<Histograms>(errors_);
-    for (ClassHistogram* histogram : {&histograms_->coarse, &histograms_->medium, &histograms_->fine})
-        histogram->Parent = this;
+    histograms_.reset();
     dNowAtStart = clock_.Now();
+}
+
+ClassCorrelator::Histograms& ClassCorrelator::TheHistograms() {
+    if (!histograms_) {
+        histograms_ = std::make_unique<Histograms>(errors_);
+        for (ClassHistogram* histogram : {&histograms_->coarse, &histograms_->medium, &histograms_->fine})
+            histogram->Parent = this;
+    }
+    return *histograms_;
 }
 
 void ClassCorrelator::CorrelatorInit() {

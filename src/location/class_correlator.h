@@ -40,8 +40,8 @@ struct Correlation {
 /// difference lies within 20 ms of that. The slow movement of the offset becomes a drift rate, which is taken
 /// off every later difference.
 ///
-/// REQUIRES that clock, precise clock and reporter outlive it. After its making nothing allocates but
-/// Clear().
+/// REQUIRES that clock, precise clock and reporter outlive it. Of a hundred stations few are ever connected,
+/// so the histograms are made with the first detection; from then on nothing allocates but Clear().
 class ClassCorrelator final : public HistogramOwner {
   public:
     ClassCorrelator(Clock& clock, PreciseNow& preciseNow, ErrorReporter& errors);
@@ -100,9 +100,9 @@ class ClassCorrelator final : public HistogramOwner {
     double dSumPreDrift = 0;   ///< offset gathered up to dNowAtStart, ms
     DateTime dNowAtStart = 0;  ///< when the drift rate last changed
 
-    ClassHistogram& cCoarseHistogram() { return histograms_->coarse; }  ///< of the fixes, as measured
-    ClassHistogram& cFineHistogram() { return histograms_->fine; }      ///< of the fixes, less the travel
-    ClassHistogram& cMediumHistogram() { return histograms_->medium; }  ///< of all plausible pairs, 10 ms
+    ClassHistogram& cCoarseHistogram() { return TheHistograms().coarse; }  ///< of the fixes, as measured
+    ClassHistogram& cFineHistogram() { return TheHistograms().fine; }      ///< of the fixes, less the travel
+    ClassHistogram& cMediumHistogram() { return TheHistograms().medium; }  ///< of all plausible pairs, 10 ms
     /// The one that is displayed.
     ClassHistogram& cHistogram() { return cMediumHistogram(); }
 
@@ -143,6 +143,7 @@ class ClassCorrelator final : public HistogramOwner {
     };
 
     void CorrelatorInit();
+    Histograms& TheHistograms();
     void FoldDrift();
     bool CheckBalance(bool bLocalUpdate);
     bool GetDiffTime(Search& search, std::int16_t I);

@@ -1,4 +1,4 @@
-// What lies on the map: the menu of its marks, borders, figures, and the name beside a mark.
+// What lies on the map: the menu of its marks, and the name beside a mark.
 
 #include <QAction>
 #include <QMenu>
@@ -25,9 +25,6 @@ struct MapTest : ShownWindow {
         const QWidget& shown = View(name);
         return {shown.mapTo(window.get(), QPoint(0, 0)), shown.size()};
     }
-    QColor Pixel(const char* name, QPoint at) const {
-        return window->grab().toImage().pixelColor(PlaceOf(name).topLeft() + at);
-    }
 
     Marker& mark = controls.Mark("Picture7(7)");
 };
@@ -53,39 +50,6 @@ TEST_F(MapTest, TheMenuOpensAtTheMarkAndItsEntriesPushTheirButtons) {
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions()[3]).center());
     EXPECT_EQ(pushed, 1);
     EXPECT_FALSE(menu.isVisible());
-}
-
-TEST_F(MapTest, ABorderIsSeenOnLightAndDarkMarks) {
-    Show();
-    for (const ColourValue colour : {Yellow, Red, Black})
-        for (const int border : {0, 1}) {
-            mark.SetBackColor(colour);
-            mark.SetBorder(border);
-            NextFrame();
-            EXPECT_EQ(Pixel("Picture7(7)", {0, 0}) != Pixel("Picture7(7)", {3, 3}), border == 1) << colour;
-        }
-}
-
-TEST_F(MapTest, TheFrameHoldsTheMarkAtEverySizeAndLeavesItTheMouse) {
-    int clicks = 0;
-    mark.OnMouse = [&](const MouseEvent& event) { clicks += event.action == MouseAction::Up; };
-    Shape& frame = controls.Figure("ShapeMapperIndex");
-    frame.SetLeft(299);
-    frame.SetTop(199);
-    frame.SetWidth(11);
-    frame.SetHeight(11);
-    frame.SetVisible(true);
-    Show();
-    for (const QSize size : {QSize(1024, 600), QSize(960, 540), QSize(2400, 1400)}) {
-        window->resize(size);
-        NextFrame();
-        const QRect around = PlaceOf("ShapeMapperIndex"), inside = PlaceOf("Picture7(7)");
-        EXPECT_TRUE(around.adjusted(2, 2, -2, -2).contains(inside)) << size.width();
-        EXPECT_LE(around.width() - inside.width(), 14) << size.width();
-        EXPECT_EQ(Pixel("ShapeMapperIndex", {1, 1}), QColor(Qt::white));
-        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, inside.center());
-    }
-    EXPECT_EQ(clicks, 3);
 }
 
 TEST_F(MapTest, ANameNeverCoversItsMark) {
