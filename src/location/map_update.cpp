@@ -79,6 +79,7 @@ void StrikeLocator::Cross(Offer& offer) {
     offer.result.bDoNotPlot = !offer.fix.bWide;
     // As measured: the calibration is to be able to change them later.
     parts_.recent.Add({true, raw.dDirLocal, offer.row, raw.dDirRemote, parts_.clock.Now()});
+    offer.bRingEntry = true;
 }
 
 /// What the difference of the clocks would be if the position is right tells whether it is.
@@ -114,7 +115,7 @@ void StrikeLocator::TestStrength(Offer& offer) {
     const double weakest = -static_cast<double>(offer.rules.iMinStrength);
     const bool bWeak = Corr.MatchedLocal().dAmp < weakest || Corr.MatchedRemote().dAmp < weakest;
     if (bWeak) offer.bRejected = true;
-    if (offer.bRejected) parts_.recent.TakeBack();
+    if (offer.bRejected && offer.bRingEntry) parts_.recent.TakeBack();
     offer.mapper.dFixX = offer.fix.place.dX;
     offer.mapper.dFixY = offer.fix.place.dY;
     offer.result.bDoNotPlot = offer.result.bDoNotPlot || bWeak || !OnMap(offer.fix.place);

@@ -75,6 +75,7 @@ class StrikeLocator {
         PairFigures figures;
         StrikeFix result;
         BearingFix fix;
+        bool bRingEntry = false;  // its bearings stand in the ring
         bool bRejected = false;
     };
 
