@@ -26,11 +26,12 @@ TEST_F(ListTest, AKillWhileItIsSavedLeavesTheOldOrTheNewList) {
         tables[turn] = folder.Content("StationList.dat");
     }
     int both = 0;
-    for (int round = 0; round < 1000; ++round) {
+    // Where a save takes long, the children get longer, until both tables were left behind.
+    for (int round = 0; round < 1000 || (both != 3 && round < 8000); ++round) {
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
         for (int turn = 1; child == 0; turn = 1 - turn) save(turn);
-        ::usleep(static_cast<useconds_t>(500 + round * 7919 % 4000));
+        ::usleep(static_cast<useconds_t>((1 + round / 1000) * (500 + round * 7919 % 4000)));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         const std::string left = folder.Content("StationList.dat");
