@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "cartography/map_place.h"
+#include "cartography/map_limits.h"
 #include "common/bitmap.h"
 #include "platform/files.h"
 

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "cartography/map_place.h"
+#include "cartography/map_limits.h"
 
 namespace veltrix {
 

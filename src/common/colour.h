@@ -15,6 +15,7 @@ constexpr ColourValue Rgb(int red, int green, int blue) {
 
 inline constexpr ColourValue Black = Rgb(0, 0, 0);
 inline constexpr ColourValue Red = Rgb(255, 0, 0);
+inline constexpr ColourValue Green = Rgb(0, 255, 0);
 inline constexpr ColourValue White = Rgb(255, 255, 255);
 inline constexpr ColourValue Yellow = Rgb(255, 255, 0);
 inline constexpr ColourValue Cyan = Rgb(0, 255, 255);

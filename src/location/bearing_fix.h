@@ -55,6 +55,12 @@ inline double AgeInMinutes(DateTime time, DateTime now) {
     return (now - time) * 1440;
 }
 
+/// False for the place that the projection gives what it cannot reach.
+inline bool IsPlaced(const MapPoint& place) {
+    constexpr double NoPlace = -1;
+    return place.dX != NoPlace && place.dY != NoPlace;
+}
+
 /// True for a place on a surface of that size, its edges included.
 inline bool InPicture(const MapPoint& place, double dWidth, double dHeight) {
     return place.dX >= 0 && place.dX <= dWidth && place.dY >= 0 && place.dY <= dHeight;

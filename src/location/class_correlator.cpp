@@ -19,7 +19,6 @@ constexpr double NoDifference = 9999.0;         // of a slot that never held a r
 constexpr double BinWidth = 10.0;               // ms
 constexpr std::int32_t LeastPeak = 2;           // differences in the highest bin that prove nothing yet
 constexpr std::int32_t LeastAccepted = 3;
-constexpr double WidestVariance = 5000;
 constexpr std::int16_t FurthestAhead = 100;
 constexpr std::int16_t RunTakenOff = 10;
 constexpr double LeastSeconds = 60;   // between two points of the drift

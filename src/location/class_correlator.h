@@ -50,6 +50,10 @@ class ClassCorrelator final : public HistogramOwner {
     static constexpr std::int16_t Correlatorlen = 100;
     /// The most recent detections of the other side that are tried as partners.
     static constexpr std::int16_t pC_CORRELATIONLEN = 10;
+    /// Drift rates that the user may set, ms per day both ways.
+    static constexpr double FarthestPreDrift = 90000000;
+    /// A Median whose VarianceMean() is below this says where the clocks stand.
+    static constexpr double WidestVariance = 5000;
     /// Capacity of TOAMedian.
     static constexpr int TOAMedianLength = 10;
 

@@ -10,6 +10,7 @@
 #include "location/class_2d_focus.h"
 #include "location/class_correlator.h"
 #include "location/direction_table.h"
+#include "location/map_place.h"
 #include "platform/controls.h"
 #include "platform/files.h"
 
@@ -50,9 +51,9 @@ struct ClassMapper {
     std::string DatFilenamePicture4;  ///< the file of its geometry
     /// Geometry of the map that is shown, of the local station alone: its centre in degrees and its radius in
     /// km. Both coordinates 0: a flat map. At first that of the built-in map.
-    double MapLongitude = 4.43579;
-    double MapLatitude = 50.93272;
-    double MapRadius = 2000;
+    double MapLongitude = MapPlace{}.MapLongitude;
+    double MapLatitude = MapPlace{}.MapLatitude;
+    double MapRadius = MapPlace{}.MapRadius;
     bool HasGeometry() const { return MapLongitude != 0 || MapLatitude != 0; }
 
     DirectionTable pSD;  ///< the station's calibration table

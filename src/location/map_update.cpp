@@ -17,8 +17,6 @@ constexpr double FarthestFromMedian = 0.25;  // ms that the clocks may seem to d
 constexpr double ToaBin = 0.05;              // ms
 constexpr double ToaMiddle = 0.5;            // of the display, where a difference of 0 stands
 constexpr double ToaGain = 32;
-constexpr ColourValue Green = Rgb(0, 255, 0);
-constexpr double NoPlace = -1;
 
 /// The bearing that a slope on the map stands for, 0 to 180: a bearing and its opposite are one line.
 double BearingOf(double slope) {
@@ -132,7 +130,7 @@ void StrikeLocator::Log(const Offer& offer) const {
 void StrikeLocator::Plot(Offer& offer) {
     ClassMapper& mapper = offer.mapper;
     const DateTime made = parts_.recent.Head().dRecentTime;
-    if (offer.result.bDoNotPlot || mapper.dFixX == NoPlace || mapper.dFixY == NoPlace ||
+    if (offer.result.bDoNotPlot || !IsPlaced({mapper.dFixX, mapper.dFixY}) ||
         !(AgeInMinutes(made, parts_.clock.Now()) < offer.rules.Age))
         return;
     const ClassCorrelator::Held& local = mapper.Corr.MatchedLocal();

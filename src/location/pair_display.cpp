@@ -10,7 +10,6 @@ namespace veltrix {
 
 namespace {
 
-constexpr ColourValue Green = Rgb(0, 255, 0);
 constexpr std::string_view BearingMask = "000.0";
 constexpr std::string_view MillisecondMask = "0.00 mS";
 

@@ -8,7 +8,6 @@ namespace veltrix {
 namespace {
 
 constexpr int RecordsBetweenDrains = 100;
-constexpr double NoPlace = -1;
 
 /// Holds the detector off while it lives.
 class SamplesSkipped {
@@ -32,9 +31,7 @@ void ReplotOne(const ReplotParts& parts, const Surface& pic, const FixRules& rul
         CrossOnGlobe(fix, mappers, record.iRecentMapper, rules.home, rules.dAngularSeparation);
     else
         CrossOnFlatMap(fix, {{mappers.HomeX, mappers.HomeY}, {remote.RemoteX, remote.RemoteY}});
-    if (!(AgeInMinutes(record.dRecentTime, now) < rules.Age) || fix.place.dX == NoPlace ||
-        fix.place.dY == NoPlace || !fix.bWide)
-        return;
+    if (!(AgeInMinutes(record.dRecentTime, now) < rules.Age) || !IsPlaced(fix.place) || !fix.bWide) return;
     const MapPoint focus =
         mappers.c2DFocus.GetFocus(mappers.HomeX, mappers.HomeY, remote.RemoteX, remote.RemoteY, fix.place,
                                   rules.FocusWindow, record.dRecentTime);

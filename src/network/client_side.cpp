@@ -14,7 +14,6 @@ constexpr std::int16_t MostIdleMinutes = 6;
 constexpr double RetrySeconds = 30;
 constexpr double FarthestDrift = 900000;  // ms per day, both ways
 constexpr double DriftStep = 1000;
-constexpr double GoodVariance = 5000;
 
 std::string TagKey(int index) {
     return "Tag" + std::to_string(index);
@@ -204,7 +203,7 @@ void ClientSide::ScanDrift(ClassMapper& row) {
     ClassCorrelator& Corr = row.Corr;
     if (Corr.dPreDrift > FarthestDrift) dScanStep_ = -DriftStep;
     if (Corr.dPreDrift < -FarthestDrift) dScanStep_ = DriftStep;
-    if (Corr.Median.VarianceMean() < GoodVariance) {
+    if (Corr.Median.VarianceMean() < ClassCorrelator::WidestVariance) {
         Corr.UpdatePreDrift(dScanStep_ * 100);
         parts_.txtClockDrift.SetText(GeneralNumber(IntegerPart(Corr.dPreDrift)));
     } else {

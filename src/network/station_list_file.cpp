@@ -20,7 +20,6 @@ namespace {
 
 constexpr std::string_view FileName = "StationList.dat";
 constexpr std::string_view Separator = "; ";
-constexpr double FarthestDrift = 90000000;  // ms per day
 constexpr DateTime HalfAnHour = 30.0 / 1440;
 
 std::string PadRight(std::string text, std::size_t width) {
@@ -96,7 +95,8 @@ const std::array<Column, 12>& Columns() {
         Column{
             [](const ClassMapper& row) { return FormatColumn(IntegerPart(row.Corr.dPreDrift), "0000000"); },
             [](ClassMapper& row, std::string_view text) {
-                row.Corr.SetPreDrift(std::clamp(ValNeutral(text), -FarthestDrift, FarthestDrift));
+                row.Corr.SetPreDrift(std::clamp(ValNeutral(text), -ClassCorrelator::FarthestPreDrift,
+                                                ClassCorrelator::FarthestPreDrift));
                 row.Corr.TOAMedian.Start(ClassCorrelator::TOAMedianLength);
             }},
         Column{[](const ClassMapper& row) { return FormatDate(row.dLastHeared, "YYYY/MM/DD HH:MM:SS"); },

@@ -11,7 +11,6 @@ constexpr std::string_view DragTab = "Drag && Drop";
 constexpr std::string_view CalibrationTab = "Calib";
 constexpr int CurveEnd = 170;  // degrees
 constexpr int CurveStep = 10;
-constexpr ColourValue Green = Rgb(0, 255, 0);
 
 }  // namespace
 

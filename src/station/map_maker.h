@@ -6,7 +6,7 @@
 #include <string>
 
 #include "cartography/coastlines.h"
-#include "cartography/map_place.h"
+#include "cartography/map_limits.h"
 #include "platform/platform.h"
 
 namespace veltrix {

@@ -12,7 +12,6 @@ namespace veltrix {
 namespace {
 
 constexpr double RealTimeDivisor = 10;
-constexpr double GoodVariance = 5000;
 
 }  // namespace
 
@@ -51,7 +50,8 @@ bool PairMatching::MapUpdateAll(Pulse& pulse, bool bRealTime, Located& located, 
             [&] { MapUpdateOne(i, pulse, bRealTime, located, bDoNotPlot); }, [&] { ShowCorrelator(i); },
             [&] {
                 const bool bSelected = &MapperOf(i) == &network_.mappers[network_.selection.MapperIndex];
-                if (located.bLocated && bSelected && MapperOf(i).Corr.Median.VarianceMean() < GoodVariance)
+                if (located.bLocated && bSelected &&
+                    MapperOf(i).Corr.Median.VarianceMean() < ClassCorrelator::WidestVariance)
                     OptionScan.SetValue(0);
             },
             [&] {

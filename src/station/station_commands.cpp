@@ -10,8 +10,7 @@ namespace veltrix {
 
 namespace {
 
-constexpr int EditorPause = 100;            // ms
-constexpr double FarthestDrift = 90000000;  // ms per day
+constexpr int EditorPause = 100;  // ms
 
 }  // namespace
 
@@ -43,7 +42,9 @@ void StationCommands::Start() {
     // Not a key of the store: the figure of the selected row of the station list.
     txtClockDrift.OnEntry = [this] {
         const CheckedNumber number = ValidateNumber(txtClockDrift, "0");
-        if (!number.good || !ValidateRange(txtClockDrift, -FarthestDrift, FarthestDrift)) return;
+        if (!number.good || !ValidateRange(txtClockDrift, -ClassCorrelator::FarthestPreDrift,
+                                           ClassCorrelator::FarthestPreDrift))
+            return;
         txtClockDrift.SetText(GeneralNumber(number.value));
         network_.mappers[network_.selection.MapperIndex].Corr.SetPreDrift(number.value);
     };

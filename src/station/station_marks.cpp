@@ -10,7 +10,6 @@ namespace veltrix {
 
 namespace {
 
-constexpr ColourValue Green = Rgb(0, 255, 0);
 constexpr double EdgeRoom = 20;  // pixels that a mark the user has placed keeps from the edges
 constexpr double FrameRoom = 1;  // pixels between a mark and the frame around it
 /// Where a station lies that the map's projection gives no place for.
