@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
     const QStringList families = QFontDatabase::applicationFontFamilies(
-        QFontDatabase::addApplicationFont(folder + QStringLiteral("/fonts/DejaVuSansMono.ttf")));
+        QFontDatabase::addApplicationFont(folder + QStringLiteral("/fonts/DejaVuSans.ttf")));
     if (families.isEmpty()) {
         std::fprintf(stderr, "veltrix-art: no font in %s/fonts\n", argv[1]);
         return 66;

@@ -32,47 +32,45 @@ struct GlyphsTest : ::testing::Test {
 
 TEST_F(GlyphsTest, ThePixelsAreTheSameOnEveryComputer) {
     EXPECT_EQ(Drawn("-5\xC2\xB0g"),
-              "............................\n"
-              "............................\n"
-              "........#####....##.........\n"
-              "........#.......#..#........\n"
-              "........#.......#..#...####.\n"
-              "........#####....##...#...#.\n"
-              "............##........#...#.\n"
-              "..###........#........#...#.\n"
-              ".............#........#...#.\n"
-              "........#...##........#...#.\n"
-              ".........####..........####.\n"
-              "..........................#.\n"
-              ".......................#..#.\n"
-              "........................##..\n");
+              ".....................\n"
+              ".....................\n"
+              ".....................\n"
+              ".....####..###.......\n"
+              ".....#.....#.#.......\n"
+              ".....####..###...####\n"
+              ".........#......#...#\n"
+              ".###.....#......#...#\n"
+              ".........#......#...#\n"
+              ".....####........####\n"
+              "....................#\n"
+              ".................###.\n"
+              ".....................\n");
 }
 
 TEST_F(GlyphsTest, EveryTextIsOfOneHeightAndAsWideAsItsCharacters) {
     const std::string_view broken("\xff\xc3", 2);
-    for (const auto& [text, characters] : {std::pair<std::string_view, int>{"", 0},
-                                           {"\r\n", 0},
-                                           {" ", 1},
-                                           {"a\nb\r", 2},
-                                           {"\xC3\x84g\xE2\x98\x83", 3},
-                                           {"\xF0\x9F\x8C\xA9", 1},
-                                           {broken, 2},
-                                           {"\t", 1}}) {
+    for (const auto& [text, alike] : {std::pair<std::string_view, std::string_view>{"\r\n", ""},
+                                      {"a\nb\r", "ab"},
+                                      {"12:34", "09:87"},
+                                      {"\xF0\x9F\x8C\xA9", "\xE4\xB8\xAD"},
+                                      {broken, "\xEF\xBF\xBD\xEF\xBF\xBD"}}) {
         const GlyphMask mask = glyphs.Render(text);
         EXPECT_EQ(mask.height, QtGlyphs::Height) << text;
-        EXPECT_EQ(mask.width, characters * QtGlyphs::Advance) << text;
+        EXPECT_EQ(mask.width, glyphs.Render(alike).width) << text;
         EXPECT_EQ(mask.set.size(), static_cast<std::size_t>(mask.width * mask.height)) << text;
     }
+    EXPECT_GT(glyphs.Render("W").width, glyphs.Render("i").width);
+    EXPECT_LE(glyphs.Render(" 28/08/2026 20:48:56").width, 110) << "the block of the caption";
     EXPECT_EQ(Drawn("\xF0\x9F\x8C\xA9"), Drawn("\xE4\xB8\xAD")) << "what the font lacks is a box";
     EXPECT_NE(Drawn("\xE4\xB8\xAD").find('#'), std::string::npos);
 }
 
 TEST_F(GlyphsTest, ALongTextIsCutToWholeCharacters) {
-    const GlyphMask mask = glyphs.Render(std::string(1000000, 'x'));
-    EXPECT_EQ(mask.width, QtGlyphs::MostWidth / QtGlyphs::Advance * QtGlyphs::Advance);
+    const int one = glyphs.Render("x").width;
+    EXPECT_EQ(glyphs.Render(std::string(1000000, 'x')).width, QtGlyphs::MostWidth / one * one);
     std::string wide;
     for (int i = 0; i < 1000; ++i) wide += "\xF0\x9F\x8C\xA9";
-    EXPECT_EQ(glyphs.Render(wide).width, mask.width);
+    EXPECT_LE(glyphs.Render(wide).width, QtGlyphs::MostWidth);
 }
 
 }  // namespace

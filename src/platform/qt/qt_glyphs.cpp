@@ -11,9 +11,10 @@ namespace veltrix {
 
 namespace {
 
-constexpr int PixelSize = 12;
-constexpr int Baseline = 11;
-constexpr int MostCharacters = QtGlyphs::MostWidth / QtGlyphs::Advance;
+/// So that date and time fit into the caption block of the published pictures, 110 pixels wide.
+constexpr int PixelSize = 10;
+constexpr int Baseline = 10;
+constexpr int MostCharacters = QtGlyphs::MostWidth;  // of which each is a pixel wide at least
 
 /// As much of the text as can be shown, without its line ends.
 QString ShownPart(std::string_view text) {
@@ -36,13 +37,18 @@ QtGlyphs::QtGlyphs() {
 
 GlyphMask QtGlyphs::Render(std::string_view text) {
     QList<quint32> characters = font_.glyphIndexesForString(ShownPart(text));
-    if (characters.size() > MostCharacters) characters.resize(MostCharacters);
+    // Whole pixels of the design, which do not depend on how the computer hints.
+    const QList<QPointF> advances = font_.advancesForGlyphIndexes(characters, QRawFont::UseDesignMetrics);
     QList<QPointF> positions;
-    for (qsizetype i = 0; i < characters.size(); ++i)
-        positions.append({static_cast<double>(i * Advance), 0.0});
-
-    GlyphMask mask{static_cast<int>(characters.size()) * Advance, Height, {}};
+    GlyphMask mask{0, Height, {}};
+    for (const QPointF& advance : advances) {
+        const int end = mask.width + qRound(advance.x());
+        if (end > MostWidth) break;
+        positions.append({static_cast<double>(mask.width), 0.0});
+        mask.width = end;
+    }
     if (mask.width == 0) return mask;
+    characters.resize(positions.size());
     // Without grey in the image there is none in the text.
     QImage image(mask.width, mask.height, QImage::Format_Mono);
     image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});

@@ -11,8 +11,7 @@ namespace veltrix {
 /// "offscreen" all give the same pixels, whatever the user's font settings are.
 class QtGlyphs final : public Glyphs {
   public:
-    static constexpr int Height = 14;       ///< pixels, of every text
-    static constexpr int Advance = 7;       ///< pixels, of every character
+    static constexpr int Height = 13;       ///< pixels, of every text
     static constexpr int MostWidth = 4096;  ///< pixels; a text is cut to the characters that fit
 
     QtGlyphs();

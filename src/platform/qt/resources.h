@@ -6,7 +6,7 @@
 
 namespace veltrix::resources {
 
-inline constexpr char Font[] = ":/fonts/DejaVuSansMono.ttf";
+inline constexpr char Font[] = ":/fonts/DejaVuSans.ttf";
 inline constexpr char Icon[] = ":/pictures/icon.png";
 inline constexpr char PolarBackground[] = ":/pictures/polar.png";
 inline constexpr char Splash[] = ":/pictures/splash.png";
