@@ -73,9 +73,10 @@ class StationWithPeers {
     ScratchFolder folder;
     DeskFiles files{folder.Text()};
     TestPlatform computer;
-    FrmVeltrix form{{computer.clock, computer.loop, files, computer.processes, computer.store,
-                     computer.messageBox, computer.pictures, computer.glyphs, computer.platform.sockets},
-                    {}};
+    FrmVeltrix form{
+        {computer.clock, computer.loop, files, computer.processes, computer.store, computer.messageBox,
+         computer.pictures, computer.glyphs, computer.platform.sockets, computer.clipboard},
+        {}};
 
   private:
     static constexpr int SettleMilliseconds = 5000;

@@ -17,6 +17,7 @@
 #include "platform/qt/desk_files.h"
 #include "platform/qt/desk_processes.h"
 #include "platform/qt/ini_settings_store.h"
+#include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_glyphs.h"
@@ -124,8 +125,9 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     DeskProcesses processes(files.WorkingDirectory(), QCoreApplication::applicationDirPath().toStdString());
     QtPictures pictures(files.WorkingDirectory());
     QtGlyphs glyphs;
+    QtClipboard clipboard;
     const std::unique_ptr<MessageBox> messageBox = MessageBoxFor(line, loop);
-    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs, sockets},
+    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs, sockets, clipboard},
                     {VELTRIX_VERSION, recorder, Warn, ReleaseNotes()});
     if (line.print == CommandLine::Print::Detections)
         form.Consumers().onDetection = [](const Detection& detection) { Print(StrikeLogLine(detection)); };

@@ -1,6 +1,7 @@
 #pragma once
 // All that a station needs of its computer, chosen by the program that builds the station.
 
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
@@ -24,6 +25,7 @@ struct Platform {
     Pictures& pictures;
     Glyphs& glyphs;
     Sockets& sockets;
+    Clipboard& clipboard;
 };
 
 }  // namespace veltrix

@@ -22,6 +22,11 @@ class Processes {
     /// when it cannot be run. Returns its process number.
     virtual long long Start(std::string_view program, const std::vector<std::string>& arguments,
                             WindowStyle style) = 0;
+
+    /// Asks a program that Start() has just started to close: a wish that it finds when it has done its work,
+    /// and that it may answer as it likes. A program that has ended, or was never started, is passed over
+    /// without a word.
+    virtual void AskToClose(long long process) = 0;
 };
 
 }  // namespace veltrix

@@ -162,7 +162,9 @@ TEST_F(DeskProcessesTest, TheSearchGoesFromTheWorkingDirectoryToThePath) {
 
 TEST_F(DeskProcessesTest, TheDesktopStandsInForTheLauncherAndTheEditor) {
     const std::string path = std::getenv("PATH");
-    ::setenv("PATH", (directory.Text() + "/tools:/bin").c_str(), 1);
+    fs::create_directory(directory / "tools");
+    fs::create_symlink("/bin/mv", directory / "tools/mv");  // and nothing else that the computer has
+    ::setenv("PATH", (directory.Text() + "/tools").c_str(), 1);
     ::setenv("VISUAL", "missing", 1);
     EXPECT_EQ(NoteOf("notepad", {"list"}), std::to_string(errors::FileNotFound));
     Install(directory, "tools/xdg-open");

@@ -32,10 +32,18 @@ struct RecordingProcesses final : Processes {
         if (onStart) onStart();
         return 1000 + static_cast<long long>(started.size());
     }
+    void AskToClose(long long process) override { askedToClose.push_back(process); }
 
+    std::vector<long long> askedToClose;
     std::vector<std::vector<std::string>> started;  ///< each program, its arguments behind it
     std::set<std::string> missing;                  ///< programs whose start raises FileNotFound
     std::function<void()> onStart;                  ///< plays the started program's part
+};
+
+/// A clipboard in memory.
+struct MemoryClipboard final : Clipboard {
+    void SetText(const std::string& newText) override { text = newText; }
+    std::string text = "untouched";
 };
 
 /// A settings store in memory.
@@ -125,9 +133,10 @@ struct TestPlatform {
     ScriptedMessageBox messageBox;
     MemoryPictures pictures;
     PlainGlyphs glyphs;
+    MemoryClipboard clipboard;
 
-    Platform platform{clock,      loop,     files,  processes,          store,
-                      messageBox, pictures, glyphs, network.At(address)};
+    Platform platform{clock,      loop,     files,  processes,           store,
+                      messageBox, pictures, glyphs, network.At(address), clipboard};
 };
 
 }  // namespace veltrix

@@ -1,16 +1,25 @@
 #include "platform/qt/desk_processes.h"
 
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+// The header of glibc 2.36 does not say that these are C functions.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
 #include <QProcess>
+#include <QTimer>
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <utility>
 
 #include "common/failure.h"
 #include "common/pieces.h"
+#include "platform/qt/file_handle.h"
 #include "platform/qt/find_name.h"
 
 namespace veltrix {
@@ -74,6 +83,16 @@ std::vector<std::string> StandInsOf(std::string_view program) {
     return {editor ? editor : "", launcher};
 }
 
+/// A program that is asked to close when this ends.
+class CloseRequest final : public QObject {
+  public:
+    CloseRequest(FileHandle program, QObject& parent) : QObject(&parent), program_(std::move(program)) {}
+    ~CloseRequest() override { ::pidfd_send_signal(program_.Descriptor(), SIGTERM, nullptr, 0); }
+
+  private:
+    FileHandle program_;
+};
+
 QString Text(const std::string& text) {
     // Arguments pass through the local 8-bit form, as names of files do.
     return QString::fromLocal8Bit(text.data(), static_cast<qsizetype>(text.size()));
@@ -110,6 +129,14 @@ long long DeskProcesses::Start(std::string_view program, const std::vector<std::
     qint64 number = 0;
     if (!process.startDetached(&number)) throw denied;
     return number;
+}
+
+void DeskProcesses::AskToClose(long long process) {
+    // A handle stays that of this program, even if its number is given to another one meanwhile.
+    const int descriptor = ::pidfd_open(static_cast<pid_t>(process), 0);
+    if (descriptor < 0) return;
+    auto* const request = new CloseRequest(FileHandle(descriptor), requests_);
+    QTimer::singleShot(ReadyAfter, request, [request] { delete request; });
 }
 
 }  // namespace veltrix

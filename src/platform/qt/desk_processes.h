@@ -1,6 +1,9 @@
 #pragma once
 // Programs of the computer we run on.
 
+#include <QObject>
+#include <chrono>
+
 #include "platform/processes.h"
 
 namespace veltrix {
@@ -18,7 +21,16 @@ class DeskProcesses final : public Processes {
     long long Start(std::string_view program, const std::vector<std::string>& arguments,
                     WindowStyle style) override;
 
+    /// Sends the termination signal, as no key stroke can be sent to a program here: once ReadyAfter has
+    /// passed on the event loop, since a signal, unlike a key stroke, does not wait until the program reads
+    /// it, and would end most programs before they have done anything. What still waits when this object ends
+    /// is asked then.
+    void AskToClose(long long process) override;
+
+    static constexpr std::chrono::seconds ReadyAfter{2};
+
   private:
+    QObject requests_;  // parent of what still waits
     std::string workingDirectory_;
     std::string ownFolder_;
 };

@@ -26,6 +26,8 @@ class FileHandle {
         : descriptor_(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode)) {
         if (descriptor_ < 0) ThrowErrno();
     }
+    /// Takes over what is open already.
+    explicit FileHandle(int descriptor) : descriptor_(descriptor) {}
     ~FileHandle() {
         if (descriptor_ >= 0) ::close(descriptor_);
     }

@@ -1,0 +1,15 @@
+#pragma once
+// The clipboard of the desktop.
+
+#include <string>
+
+namespace veltrix {
+
+class Clipboard {
+  public:
+    virtual ~Clipboard() = default;
+    /// Puts a text there, in place of what it held. Without a desktop nobody else sees it.
+    virtual void SetText(const std::string& text) = 0;
+};
+
+}  // namespace veltrix
