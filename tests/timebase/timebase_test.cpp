@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <utility>
 
-#include "support/manual_clock.h"
+#include "support/memory_files.h"
 #include "support/number_raised_by.h"
 #include "timebase/c_stop_watch_mm.h"
+#include "timebase/class_clock_drift.h"
 #include "timebase/precise_now.h"
 
 namespace veltrix {
@@ -84,6 +86,43 @@ TEST(StopWatch, HoldsItsPeriodAsLongAsItLivesAndRefusesWrongOnes) {
     watch->BeginPeriod(2);
     watch.reset();
     EXPECT_EQ(clock.inForce, 0) << "released at the end";
+}
+
+TEST(ClassClockDrift, MeasuresThroughARestartAndTakesWhatIsWholeOfAnyFile) {
+    constexpr double SamplesPerDay = 22050 * SecondsPerDay * (1 + 30e-6);  // of a card that runs fast
+    ManualClock clock;
+    MemoryFiles files(clock);
+    for (int run = 0; run < 2; ++run) {
+        PreciseNow precise(clock);
+        ClassClockDrift drift(files);
+        const DateTime start = precise.Now();
+        // Detections at random on half a day; the counter of samples begins anew with each run.
+        for (unsigned random = 1; precise.Now() - start < 0.5; random = random * 1103515245 + 12345) {
+            clock.Advance(random / 65536 % 60000);
+            drift.Update(precise.Now(), std::floor((precise.Now() - start) * SamplesPerDay));
+        }
+        EXPECT_NEAR(drift.GetCoarse() / SamplesPerDay, 1, 2e-6);
+        drift.Save();
+    }
+    std::string zeros;
+    for (int i = 0; i < 998; ++i) zeros += "0;0\n";
+    const std::string pair = "45000;1000\n45001;3000\n";
+    const std::pair<std::string, double> table[] = {
+        {"0\n" + pair, 0},  // between the newest and the oldest record lies no rate
+        {"0\n45001;3000\n" + zeros + "45000;1000\n", 0},  // nor round the end of the ring
+        {"999\n" + zeros + pair + pair, 2000},            // more lines than places
+        {"7\n45000;1000\nrubbish\n\n45001,0;3000,0;x\n45001;9000\n", 2000},
+        {"-1\n" + pair + "1e999;1e999\n-1e999;-1e999\n", 1},
+    };
+    for (const auto& [content, rate] : table) {
+        files.Put("ClockDrift.dat", content);
+        ClassClockDrift drift(files);
+        EXPECT_EQ(drift.GetCoarse(), rate) << content.substr(0, 40);
+        for (const double seconds : {0.0, 59.9}) drift.Update(45002 + seconds / SecondsPerDay, 5000.25);
+        drift.Save();
+        const auto lines = files.ReadLines("ClockDrift.dat");
+        EXPECT_EQ(lines.at(std::stoul(lines[0]) + 1), "45002;5000.25") << content.substr(0, 40);
+    }
 }
 
 }  // namespace
