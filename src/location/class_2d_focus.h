@@ -38,7 +38,23 @@ class Class2DFocus {
         DateTime dAge = 0;
     };
 
+    /// The angles of the ring in single precision, for a look at many at once that tells which records may
+    /// be near. Each stands twice, a ring's length apart, so that the whole ring up to its head lies in a
+    /// row.
+    struct Angles {
+        Angles() {
+            local.fill(Never);
+            remote.fill(Never);
+        }
+        void Put(std::size_t slot, double dLocalAngle, double dRemoteAngle);
+
+        static constexpr float Never = 1e6F;  // of an empty slot: near to no angle, however wide the window
+        std::array<float, std::size_t{2} * RingLength> local;
+        std::array<float, std::size_t{2} * RingLength> remote;
+    };
+
     std::array<Record, RingLength> ring_{};
+    Angles angles_;
     std::int16_t iHead = 0;   // slot that the next fix gets
     std::int16_t iCount = 0;  // fixes held
 };

@@ -15,7 +15,6 @@ namespace {
 
 class Tables : public ::testing::Test {
   protected:
-    /// The table of a file with that content.
     DirectionTable& Loaded(const std::string& content) {
         files.Put("table.dat", content);
         table.pSD_Restore("table.dat");
@@ -96,7 +95,7 @@ TEST_F(Tables, AreNamedAfterTheDecimalsOfThePlace) {
 
 TEST_F(Tables, MoveWithTheirStation) {
     const std::string name = "pSD1234567890.dat";
-    const std::string path = ".\\pSD\\" + name;
+    const std::string path = ".\\pSD\\" + name, unplaced = ".\\pSD\\pSD1234500000.dat", old = "pSDzz.dat";
     const struct {
         const char* fault;
         bool isPlaced;
@@ -105,24 +104,12 @@ TEST_F(Tables, MoveWithTheirStation) {
         std::string usedName;
         double loaded;  ///< number of the file that is in use; 0: none
     } cases[] = {
-        {"the table of the place was not used",
-         true,
-         "pSDzz.dat",
-         {path, "pSDzz.dat"},
-         {path, "pSDzz.dat"},
-         path,
-         1},
-        {"the older table was lost", true, "pSDzz.dat", {"pSDzz.dat"}, {path, "pSDzz.dat"}, path, 1},
+        {"the table of the place was not used", true, old, {path, old}, {path, old}, path, 1},
+        {"the older table was lost", true, old, {old}, {path, old}, path, 1},
         {"a table stays in the working folder", true, name, {name}, {path}, path, 1},
         {"a stale table stays in the working folder", true, "", {path, name}, {path}, path, 1},
-        {"a table moved to no place", false, "pSDzz.dat", {"pSDzz.dat"}, {"pSDzz.dat"}, "pSDzz.dat", 1},
-        {"a station without place and table has no name",
-         false,
-         "pSDzz.dat",
-         {},
-         {},
-         ".\\pSD\\pSD1234500000.dat",
-         0},
+        {"a table moved to no place", false, old, {old}, {old}, old, 1},
+        {"a station without place and table has no name", false, old, {}, {}, unplaced, 0},
         {"a new station has no name", true, "", {}, {}, path, 0},
     };
     for (const auto& c : cases) {

