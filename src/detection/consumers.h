@@ -68,8 +68,6 @@ class DriftRecord {
     virtual ~DriftRecord() = default;
     /// `d` is the precise time in days, `c` the sample number.
     virtual void Update(double d, double c) = 0;
-    /// The median rate in samples per day; 0 while there is none.
-    virtual double GetCoarse() = 0;
 };
 
 /// What has become of a pulse at the last connected station.

@@ -6,16 +6,17 @@ namespace veltrix {
 
 namespace {
 
-double Corrected(const ClassMapper& mapper, double dDir) {
-    return CalcModulo(mapper.pSD.DestinToSource(static_cast<float>(dDir)) + mapper.dCorrectionAngle, 360);
+double Corrected(const ClassMapper& mapper, double dDir, double dCorrection) {
+    return CalcModulo(mapper.pSD.DestinToSource(static_cast<float>(dDir)) + dCorrection, 360);
 }
 
 }  // namespace
 
-BearingFix CorrectBearings(Mappers& mappers, const RawBearings& raw) {
+BearingFix CorrectBearings(Mappers& mappers, const RawBearings& raw, double dLocalCorrection) {
+    const ClassMapper& remote = mappers[raw.row];
     BearingFix fix;
-    fix.dDirLocal = Corrected(mappers.Local(), raw.dDirLocal);
-    fix.dDirRemote = Corrected(mappers[raw.row], raw.dDirRemote);
+    fix.dDirLocal = Corrected(mappers.Local(), raw.dDirLocal, dLocalCorrection);
+    fix.dDirRemote = Corrected(remote, raw.dDirRemote, remote.dCorrectionAngle);
     return fix;
 }
 

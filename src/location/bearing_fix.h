@@ -39,8 +39,9 @@ struct BearingFix {
     bool bWide = true;  ///< the bearings cross at a sufficient angle; always so on a flat map
 };
 
-/// Corrects both bearings by the stations' tables and angles.
-BearingFix CorrectBearings(Mappers& mappers, const RawBearings& raw);
+/// Corrects both bearings by the stations' tables, the remote one by its station's angle and the local one by
+/// `dLocalCorrection`, in degrees.
+BearingFix CorrectBearings(Mappers& mappers, const RawBearings& raw, double dLocalCorrection);
 
 /// Crosses corrected bearings on the globe. `dAngularSeparation` is the least angle, in degrees, at which
 /// they may meet at the strike.

@@ -61,7 +61,7 @@ void StrikeLocator::Cross(Offer& offer) {
     // Until a place is found there is none to plot.
     offer.result.bDoNotPlot = true;
     const RawBearings raw{offer.row, BearingOf(local.dA), BearingOf(remote.dA)};
-    offer.fix = CorrectBearings(mappers, raw);
+    offer.fix = CorrectBearings(mappers, raw, offer.rules.dLocalCorrectionAngle);
     dDirLocal_ = offer.fix.dDirLocal;
     dDirRemote_ = offer.fix.dDirRemote;
     if (mappers.Local().HasGeometry()) {

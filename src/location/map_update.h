@@ -15,12 +15,13 @@ namespace veltrix {
 
 /// What the user has set, as a fix needs it.
 struct FixRules {
-    std::int16_t MapperIndex = 1;    ///< the selected station
-    HomePlace home;                  ///< of the local station
-    double dAngularSeparation = 10;  ///< least crossing angle, degrees
-    std::int32_t Age = 30;           ///< minutes that a strike is shown
-    std::int16_t FocusWindow = 3;    ///< degrees
-    std::int16_t iMinStrength = 80;  ///< dB below 0
+    std::int16_t MapperIndex = 1;      ///< the selected station
+    HomePlace home;                    ///< of the local station
+    double dAngularSeparation = 10;    ///< least crossing angle, degrees
+    double dLocalCorrectionAngle = 0;  ///< added to the local bearing of a new fix, degrees
+    std::int32_t Age = 30;             ///< minutes that a strike is shown
+    std::int16_t FocusWindow = 3;      ///< degrees
+    std::int16_t iMinStrength = 80;    ///< dB below 0
     bool bFocus = false;
     bool bTOAFilter = false;
     bool bClockDriftCompensation = false;

@@ -26,7 +26,8 @@ void ReplotOne(const ReplotParts& parts, const Surface& pic, const FixRules& rul
     Mappers& mappers = parts.mappers;
     const ClassMapper& remote = mappers[record.iRecentMapper];
     BearingFix fix =
-        CorrectBearings(mappers, {record.iRecentMapper, record.dRecentDirLocal, record.dRecentDirRemote});
+        CorrectBearings(mappers, {record.iRecentMapper, record.dRecentDirLocal, record.dRecentDirRemote},
+                        mappers.Local().dCorrectionAngle);
     if (mappers.Local().MapRadius != 0)
         CrossOnGlobe(fix, mappers, record.iRecentMapper, rules.home, rules.dAngularSeparation);
     else
@@ -46,10 +47,16 @@ void ReplotRecentData(const ReplotParts& parts, const Surface& pic, const FixRul
     const SamplesSkipped skipped(parts.skipSamples);
     parts.dots.ClearpX2();
     parts.mappers.c2DFocus.Clear();
+    DateTime now = 0;
     for (int k = 0; k < RecentData::Length; ++k) {
-        if (k % RecordsBetweenDrains == 0) parts.Timer1_Timer();
+        if (k % RecordsBetweenDrains == 0) {
+            parts.Timer1_Timer();
+            // The records up to the next drain take less time than the clock's step; reading it takes as much
+            // as crossing the bearings.
+            now = parts.clock.Now();
+        }
         const RecentFix& record = parts.recent.Slot((parts.recent.iRecentHead + k + 1) % RecentData::Length);
-        if (record.bRecentValid) ReplotOne(parts, pic, rules, record, parts.clock.Now());
+        if (record.bRecentValid) ReplotOne(parts, pic, rules, record, now);
     }
 }
 

@@ -8,7 +8,6 @@ namespace veltrix {
 
 namespace {
 
-constexpr std::string_view FileName = "IgnoreList.txt";
 constexpr std::size_t MostEntries = 100;
 
 }  // namespace

@@ -13,6 +13,8 @@ namespace veltrix {
 /// it has changed. REQUIRES that the files outlive it.
 class IgnoreList {
   public:
+    static constexpr std::string_view FileName = "IgnoreList.txt";
+
     explicit IgnoreList(Files& files) : files_(files) {}
 
     /// True if the file stands and a line of it is the address, blanks around both left out. Of more than 100

@@ -50,6 +50,12 @@ class ServerSide {
 
     void CloseAll();
 
+    /// Whether the user wants that address thrown out. Raises what reading the file raises.
+    bool IsIgnored(std::string_view address) { return ignored_.IsIgnored(address); }
+
+    /// The address of this station.
+    std::string LocalIP() const { return parts_.sockets.sckServer.front()->LocalIP(); }
+
     /// Told once when the port cannot be had, until it has been. May be empty.
     std::function<void(const std::string& why)> OnCannotListen;
 

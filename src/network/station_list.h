@@ -36,6 +36,8 @@ class StationList {
     void StationListGet();
     /// Writes it, likewise. What the user has edited meanwhile is read first, and wins.
     void StationListSave();
+    /// Reads what the user has edited in the file, if there is anything, and tells of it.
+    void TakeEdits();
     /// Fills `cmbRemoteHost` with the names of all rows; those of rows not in use are empty, so that the
     /// index of an entry and 1 is its row. The entry that was chosen stays so.
     void StationListTo();
@@ -81,7 +83,6 @@ class StationList {
     std::function<void()> OnEdited;
 
   private:
-    void TakeEdits();
     void Tell(const std::function<void()>& listener) {
         if (listener) listener();
     }

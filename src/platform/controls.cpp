@@ -35,6 +35,8 @@ std::string_view KindName(ControlKind kind) {
             return "marker";
         case ControlKind::Shape:
             return "shape";
+        case ControlKind::Line:
+            return "line";
         case ControlKind::Menu:
             return "menu";
     }
@@ -98,11 +100,16 @@ void ListBox::Choose(std::string_view entry) {
 }
 
 bool ListBox::Enter(std::string_view entry) {
-    if (std::ranges::find(entries_, entry) == entries_.end()) return OnOther && OnOther(entry);
-    Choose(entry);
-    if (OnClick) OnClick(MouseButton::Left);
+    if (OnDropDown) OnDropDown();
+    bool bTaken = std::ranges::find(entries_, entry) != entries_.end();
+    if (bTaken) {
+        Choose(entry);
+        if (OnClick) OnClick(MouseButton::Left);
+    } else {
+        bTaken = OnOther && OnOther(entry);
+    }
     if (OnCloseUp) OnCloseUp();
-    return true;
+    return bTaken;
 }
 
 bool ListBox::ClickBy(MouseButton button) {
@@ -138,6 +145,11 @@ std::optional<ColourValue> Marker::PixelAt(double x, double y) const {
 std::vector<std::string> Shape::Lines() const {
     return {GeneralNumber(Left()) + " " + GeneralNumber(Top()) + " " + GeneralNumber(width_) + " " +
             GeneralNumber(height_) + (Visible() ? " 1" : " 0")};
+}
+
+std::vector<std::string> LineShape::Lines() const {
+    return {GeneralNumber(ends_.X1) + " " + GeneralNumber(ends_.Y1) + " " + GeneralNumber(ends_.X2) + " " +
+            GeneralNumber(ends_.Y2) + (Visible() ? " 1" : " 0")};
 }
 
 Control* ControlSet::Find(std::string_view name) const {

@@ -29,6 +29,7 @@ enum class ControlKind {
     Picture,
     Marker,
     Shape,
+    Line,
     Menu
 };
 
@@ -275,6 +276,29 @@ class Shape final : public Control {
   private:
     double width_ = 0;
     double height_ = 0;
+};
+
+/// A straight line that lies on a surface and leaves the mouse to what is under it.
+class LineShape final : public Control {
+  public:
+    /// Its two ends, in pixels of the surface.
+    struct Ends {
+        double X1 = 0;
+        double Y1 = 0;
+        double X2 = 0;
+        double Y2 = 0;
+
+        bool operator==(const Ends&) const = default;
+    };
+
+    explicit LineShape(std::string name) : Control(std::move(name), ControlKind::Line) {}
+    const Ends& TheEnds() const { return ends_; }
+    void SetEnds(const Ends& ends) { Set(ends_, ends); }
+    /// One line: both ends, x before y, and visibility, with blanks between.
+    std::vector<std::string> Lines() const override;
+
+  private:
+    Ends ends_;
 };
 
 /// A menu that pops up. Its entries are buttons of the form; one with the caption "-" separates others.

@@ -1,12 +1,14 @@
 #include "station/calibration.h"
 
 #include "common/neutral_text.h"
+#include "common/while_set.h"
 
 namespace veltrix {
 
 namespace {
 
 constexpr std::string_view CorrectionMask = "0.0";
+constexpr std::string_view TurnedMask = "##0.0";
 constexpr std::string_view DragTab = "Drag && Drop";
 constexpr std::string_view CalibrationTab = "Calib";
 constexpr int CurveEnd = 170;  // degrees
@@ -14,8 +16,10 @@ constexpr int CurveStep = 10;
 
 }  // namespace
 
-Calibration::Calibration(FormControls& controls, SettingsBinding& settings, StationNetwork& network)
-    : network_(network),
+Calibration::Calibration(FormControls& controls, SettingsBinding& settings, Files& files,
+                         StationNetwork& network)
+    : files_(files),
+      network_(network),
       settings_(settings),
       txtLocalCorrectionAngle(controls.Text("txtLocalCorrectionAngle")),
       txtCorrectionAngle(controls.Text("txtCorrectionAngle")),
@@ -30,11 +34,10 @@ Calibration::Calibration(FormControls& controls, SettingsBinding& settings, Stat
       SSTab4(controls.Tabs("SSTab4")),
       PicpSD(controls.Picture("PicpSD")),
       LblpSD(controls.Caption("LblpSD")) {
-    settings.WhenTaken("txtLocalCorrectionAngle",
-                       [this] { TakeCorrection(network_.mappers.Local(), "txtLocalCorrectionAngle"); });
+    settings.WhenTaken("txtLocalCorrectionAngle", [this] { Take(Local()); });
     settings.WhenTaken("txtCorrectionAngle", [this] {
         // Until the list is read, the box shows what was stored for the station of the last run.
-        if (bStarted_) TakeCorrection(Selected(), "txtCorrectionAngle");
+        if (bStarted_) Take(Remote());
     });
 }
 
@@ -42,54 +45,123 @@ void Calibration::Start() {
     bStarted_ = true;
     cmdClearpSD.OnClick = [this](MouseButton) { ForChosen([this](Side side) { Clear(side); }); };
     cmdUndopSD.OnClick = [this](MouseButton) { ForChosen([this](Side side) { Undo(side); }); };
-    SSTab4.OnClick = [this](MouseButton) { DrawCalibrationCurves(); };
-    KeepForUndo();
+    dRemoteCorrectionAngle = Selected().dCorrectionAngle;
 }
 
-void Calibration::KeepForUndo() {
-    dUndoLocalCorrection = network_.mappers.Local().dCorrectionAngle;
-    dUndoRemoteCorrection = Selected().dCorrectionAngle;
+Calibration::Side Calibration::Local() {
+    return {network_.mappers.Local(),
+            OptionCalibLocal,
+            txtLocalCorrectionAngle,
+            dLocalCorrectionAngle,
+            dUndoLocalCorrection,
+            "Local_pSD.dat",
+            0,
+            iDraggedLocal_};
 }
 
-void Calibration::TakeCorrection(ClassMapper& mapper, std::string_view box) {
-    mapper.dCorrectionAngle = settings_.Number(box);
-    if (bStarted_ && OnChanged) OnChanged();
+Calibration::Side Calibration::Remote() {
+    return {Selected(),
+            OptionCalibRemote,
+            txtCorrectionAngle,
+            dRemoteCorrectionAngle,
+            dUndoRemoteCorrection,
+            "Remote_pSD.dat",
+            network_.selection.MapperIndex,
+            iDraggedRemote_};
+}
+
+/// The user has typed a correction, or a command has.
+void Calibration::Take(Side side) {
+    side.dCorrection = settings_.Number(side.box.Name());
+    side.mapper.dCorrectionAngle = side.dCorrection;
+    if (bStarted_ && !bChanging_ && OnChanged) OnChanged();
+}
+
+/// Runs a command that may change several bearings; the map is drawn once at its end.
+template <class Action>
+void Calibration::Change(Action action) {
+    {
+        const WhileSet changing(bChanging_);
+        action();
+    }
+    if (OnChanged) OnChanged();
 }
 
 template <class Action>
 void Calibration::ForChosen(Action action) {
-    if (OptionCalibLocal.Checked())
-        action({network_.mappers.Local(), txtLocalCorrectionAngle, dUndoLocalCorrection, "Local_pSD.dat"});
-    if (OptionCalibRemote.Checked())
-        action({Selected(), txtCorrectionAngle, dUndoRemoteCorrection, "Remote_pSD.dat"});
+    Change([&] {
+        for (const Side& side : {Local(), Remote()})
+            if (side.chosen.Checked()) action(side);
+    });
 }
 
 void Calibration::Clear(Side side) {
     if (OptionCalibrateAngle.Checked()) {
-        side.correction.Enter("0.0");
+        side.box.Enter("0.0");
         return;
     }
     side.mapper.pSD.bSDDirty = true;
     side.mapper.pSD.Clear();
-    TakeTable(side.mapper);
+    side.mapper.Save();
 }
 
+/// A station keeps what it has, unless it was dragged; and its table, when the backup is that of another one.
 void Calibration::Undo(Side side) {
-    side.correction.Enter(GeneralNumber(side.dUndo));
-    if (!OptionCalibrateNonLinAngle.Checked()) return;
+    const bool bDragged = side.iDragged == side.row;
+    if (bDragged) side.box.Enter(GeneralNumber(side.dUndo));
+    if (!OptionCalibrateNonLinAngle.Checked() || !(bDragged || side.iDragged == NoRow)) return;
+    if (!files_.Exists(side.backup)) return;
     side.mapper.pSD.pSD_Restore(side.backup);
-    TakeTable(side.mapper);
+    side.mapper.Save();
 }
 
-void Calibration::TakeTable(ClassMapper& mapper) {
-    mapper.Save();
-    if (OnChanged) OnChanged();
+void Calibration::Turn(const CalibrationTurn& local, const CalibrationTurn& remote) {
+    // Else they would be read over what is turned here.
+    network_.list.TakeEdits();
+    if (OptionCalibrateAngle.Checked()) {
+        Change([&] {
+            TurnCorrection(Local(), local.ddA);
+            TurnCorrection(Remote(), remote.ddA);
+            network_.list.StationListSave();
+        });
+    } else if (OptionCalibrateNonLinAngle.Checked()) {
+        Change([&] {
+            BendTable(Remote(), remote);
+            BendTable(Local(), local);
+        });
+    }
+}
+
+/// What cmdUndopSD is to bring back.
+void Calibration::KeepForUndo(Side side) {
+    side.iDragged = side.row;
+    side.dUndo = side.dCorrection;
+}
+
+void Calibration::TurnCorrection(Side side, double ddA) {
+    if (!side.chosen.Checked()) return;
+    KeepForUndo(side);
+    side.dCorrection += ddA;
+    side.mapper.dCorrectionAngle = side.dCorrection;
+    side.box.Enter(FormatNeutral(side.dCorrection, TurnedMask));
+}
+
+/// The table bends the bearing that is reported, while the drag speaks of the true one: hence the sign.
+void Calibration::BendTable(Side side, const CalibrationTurn& turn) {
+    side.mapper.pSD.pSD_Backup(side.backup);
+    if (!side.chosen.Checked()) return;
+    KeepForUndo(side);
+    side.dCorrection =
+        side.mapper.pSD.UpdatepSD(turn.dDownAngle - 90, dApertureAngle, -turn.ddA, side.dCorrection);
+    side.box.Enter(FormatNeutral(side.dCorrection, TurnedMask));
+    side.mapper.dCorrectionAngle = side.dUndo;
+    side.mapper.Save();
 }
 
 void Calibration::ShowCorrections() {
-    KeepForUndo();
-    txtLocalCorrectionAngle.SetText(FormatNeutral(network_.mappers.Local().dCorrectionAngle, CorrectionMask));
-    txtCorrectionAngle.SetText(FormatNeutral(Selected().dCorrectionAngle, CorrectionMask));
+    dRemoteCorrectionAngle = Selected().dCorrectionAngle;
+    txtLocalCorrectionAngle.SetText(FormatNeutral(dLocalCorrectionAngle, CorrectionMask));
+    txtCorrectionAngle.SetText(FormatNeutral(dRemoteCorrectionAngle, CorrectionMask));
     txtAngularSeparation.SetText(FormatNeutral(settings_.Number("txtAngularSeparation"), CorrectionMask));
     DrawCalibrationCurves();
 }

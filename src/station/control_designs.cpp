@@ -13,6 +13,7 @@ constexpr auto List = ControlKind::List;
 constexpr auto Combo = ControlKind::Combo;
 constexpr auto Mark = ControlKind::Marker;
 constexpr auto Figure = ControlKind::Shape;
+constexpr auto Line = ControlKind::Line;
 
 constexpr int Stations = 100;  // marks of remote stations
 constexpr int Clients = 2;     // stations that this one is a client of
@@ -42,14 +43,14 @@ constexpr ControlDesign Designs[] = {
     {Caption, "LblpSD"},
     {Caption, "lblLocal", "Local"},
     {Caption, "lblRemote", "Remote"},
-    {Text, "txtLocalDx"},
-    {Text, "txtLocaldY"},
-    {Text, "txtLocaldA"},
-    {Text, "txtLocalddA"},
-    {Text, "txtRemotedX"},
-    {Text, "txtRemotedY"},
-    {Text, "txtRemotedA"},
-    {Text, "txtRemoteddA"},
+    {Text, "txtLocalDx", "", "From the place on the map to the local station's mark."},
+    {Text, "txtLocaldY", "", "The same upwards."},
+    {Text, "txtLocaldA", "", "Bearing of the place that was pressed, or the opposite one."},
+    {Text, "txtLocalddA", "", "By how many degrees the bearing turns."},
+    {Text, "txtRemotedX", "", "From the place on the map to the selected station's mark."},
+    {Text, "txtRemotedY", "", "The same upwards."},
+    {Text, "txtRemotedA", "", "Bearing of the place that was pressed, or the opposite one."},
+    {Text, "txtRemoteddA", "", "By how many degrees the bearing turns."},
     {Caption, "lblWhoIs", "", "", 0, 0, false},
     {Caption, "LblStationName", "", "", 0, 0, false},
     {Caption, "lblStationIp", "", "", 0, 0, false},
@@ -63,6 +64,9 @@ constexpr ControlDesign Designs[] = {
     {Mark, "Picture6", "", "", 0, 0, false},
     {Mark, "Picture7", "", "", Stations, 1, false},
     {Figure, "ShapeMapperIndex", "", "", 0, 0, false},
+    {Figure, "ShapeCircle", "", "", 0, 0, false},
+    {Line, "LineLBound", "", "", 0, 0, false},
+    {Line, "LineUbound", "", "", 0, 0, false},
     {Figure, "shpSphere", "", "The map shows a part of the globe."},
     {Figure, "shp2D", "", "The map is flat.", 0, 0, false},
     // In the menu of a station's mark.
@@ -155,7 +159,9 @@ constexpr ControlDesign Designs[] = {
     {Group, "FrmClock", " Clock"},
     {Check, "OptionScan", "Scan",
      "Clock drift scan from -900000 to 900000 in steps of 1000. Stops when good correlation is reached."},
-    {Text, "txtRemoteClockDrift"},
+    {Text, "txtLocalClockDrift", "", "Milliseconds of samples that the local sound card takes a day."},
+    {Text, "txtRemoteClockDrift", "", "The same of the selected station."},
+    {Text, "txtDiffLocalRemote", "", "Local less remote."},
     {Text, "txtClockDrift"},
     {Group, "Frame5", "    Automatic clock drift compensation"},
     {Check, "OptionClockDriftCompensation", "    Automatic clock drift compensation"},

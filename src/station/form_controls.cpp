@@ -26,6 +26,8 @@ Control& MakeOne(ControlSet& set, const ControlDesign& design, std::string name)
             return set.Make<Marker>(std::move(name));
         case ControlKind::Shape:
             return set.Make<Shape>(std::move(name));
+        case ControlKind::Line:
+            return set.Make<LineShape>(std::move(name));
         case ControlKind::Frame:
             return set.Make<Frame>(std::move(name));
         case ControlKind::Label:

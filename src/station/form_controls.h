@@ -30,6 +30,7 @@ class FormControls {
     Button& Push(std::string_view name) { return Get<Button>(name); }
     Marker& Mark(std::string_view name) { return Get<Marker>(name); }
     Shape& Figure(std::string_view name) { return Get<Shape>(name); }
+    LineShape& Line(std::string_view name) { return Get<LineShape>(name); }
     Menu& PopUp(std::string_view name) { return Get<Menu>(name); }
     Frame& Group(std::string_view name) { return Get<Frame>(name); }
     PictureBox& Picture(std::string_view name) { return Get<PictureBox>(name); }

@@ -56,14 +56,23 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
                    }),
       about_(controls_, platform_, errors_, errors_.Version(), options_.releaseNotes),
       rollover_(platform_, controls_.Picture("Picture5").surface, errors_),
+      alarm_(platform_.clock, platform_.files, platform_.processes, errors_),
+      alarmPage_(controls_, settings_, position_, alarm_),
       recorder_(platform_, options_.recorder, [this] { return ramDrivePath_; }),
       network_(controls_, platform_, errors_, preciseNow_, delivery_.limits, [this] { return Home(); }),
       location_(controls_, settings_, platform_, errors_, preciseNow_, network_, [this] { return Home(); }),
+      captions_(controls_, platform_.clock, network_, location_.dots, options_.version),
       mapView_({controls_, platform_, errors_, network_, location_.marks, location_.recent, location_.dots,
                 [this] { return location_.Rules(); },
                 [this](bool bSkip) { tick_.TheDetector().bSkipSamples = bSkip; },
-                [this] { tick_.Timer1_Timer(); }}),
-      markCommands_(controls_, platform_.store, network_, location_.marks, [this] { FollowSelection(); }),
+                [this] { tick_.Timer1_Timer(); }, [this] { captions_.DrawMap(); }}),
+      markDrag_(location_.marks),
+      markCommands_(controls_, platform_.store, network_, location_.marks, markDrag_,
+                    [this] { FollowSelection(); }),
+      calibrationDrag_(controls_, network_, location_.calibration),
+      calibrationOverlay_(controls_, network_),
+      clockDrift_(controls_, platform_.files, network_),
+      publishing_(Published()),
       commands_(controls_, settings_, platform_, network_,
                 [this](std::int16_t row) { markCommands_.ConnectTo(row); }),
       housekeeping_(controls_, platform_, network_, [this] { return Home(); }),
@@ -72,6 +81,8 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
     delivery_.consumers.broadcaster = &network_.sender;
     network_.receivers.displays = &displays_;
     BindLocation();
+    BindCalibration();
+    BindOutput();
     tick_.TheDetector().SetScopes(&displays_);
 }
 
@@ -126,7 +137,8 @@ void FrmVeltrix::ReadRamDrivePath() {
 
 void FrmVeltrix::LoadDisplays() {
     SkippingErrors([&] { displays_.Polar().Load(platform_.files); },
-                   [&] { polarView_.GyrelLoadBackground(); }, [&] { mapView_.Load(); });
+                   [&] { polarView_.GyrelLoadBackground(); }, [&] { mapView_.Load(); },
+                   [&] { DrawCaptions(); }, [&] { captions_.DrawHistory(); });
 }
 
 void FrmVeltrix::Form_Unload() {
@@ -137,7 +149,7 @@ void FrmVeltrix::Form_Unload() {
         [&] { SaveBitmap(platform_.files, "PicSync.bmp", location_.sync.Current().surface.Image()); },
         [&] { SaveBitmap(platform_.files, "picture5.bmp", controls_.Picture("Picture5").surface.Image()); },
         [&] { displays_.Polar().Save(platform_.files); }, [&] { location_.recent.SavepMA(platform_.files); },
-        [&] { network_.End(); });
+        [&] { network_.End(); }, [&] { clockDrift_.Save(); });
 }
 
 /// Tells the user on the form and outside it.
@@ -237,17 +249,69 @@ void FrmVeltrix::BindLocation() {
     delivery_.consumers.calibration = &location_.calibration;
     network_.receivers.matching = &location_.matching;
     network_.receivers.marks = &location_.marks;
-    location_.OnMapChanged = [this] { DrawMap(); };
-    location_.calibration.OnChanged = [this] {
-        location_.calibration.DrawCalibrationCurves();
+    location_.OnMapChanged = [this] {
         DrawMap();
+        captions_.DrawPolar();
     };
-    network_.list.OnEdited = [this] { DrawMap(); };
+    network_.list.OnEdited = [this] { ShowEdits(); };
     position_.OnMoved = [this](bool bDecimal) {
         location_.HomeMoved();
         if (bDecimal) DrawMap();
     };
-    viewCycle_.OnCalibrationTab = [this] { location_.calibration.DrawCalibrationCurves(); };
+}
+
+void FrmVeltrix::BindCalibration() {
+    location_.calibration.OnChanged = [this] {
+        location_.calibration.DrawCalibrationCurves();
+        DrawMap();
+    };
+    viewCycle_.OnCalibrationTab = [this] {
+        calibrationOverlay_.Show(viewCycle_.IsCalibrating());
+        location_.calibration.DrawCalibrationCurves();
+    };
+    viewCycle_.OnMapMouse = [this](const MouseEvent& event) { MouseOnMap(event); };
+}
+
+/// Presses and releases belong to the calibration, moves and drops to the marks.
+void FrmVeltrix::MouseOnMap(const MouseEvent& event) {
+    if (event.action == MouseAction::Drop) return markDrag_.DropTaken(event.x, event.y);
+    if (!viewCycle_.IsCalibrating()) {
+        if (event.action == MouseAction::Move) markDrag_.Picture4_MouseMove(event.x, event.y);
+        return;
+    }
+    if (event.button != MouseButton::Left) return;
+    if (event.action == MouseAction::Down) calibrationDrag_.Picture4_MouseDown(event.x, event.y);
+    if (event.action == MouseAction::Up)
+        UnderErrorConvention(errors_, "Picture4_MouseUp",
+                             [&] { calibrationDrag_.Picture4_MouseUp(event.x, event.y); });
+}
+
+void FrmVeltrix::BindOutput() {
+    delivery_.consumers.alarm = &alarm_;
+    network_.receivers.alarm = &alarm_;
+    delivery_.consumers.clockDrift = &clockDrift_;
+    settings_.WhenTaken("txtAnnouncement", [this] {
+        if (bLoaded) DrawCaptions();
+    });
+    controls_.Push("cmdTestFtp").OnClick = [this](MouseButton) { publishing_.cmdTestFtp_Click(); };
+}
+
+PublishingParts FrmVeltrix::Published() {
+    return {platform_,
+            controls_.Picture("Picture1").surface,
+            controls_.Picture("Picture4").surface,
+            controls_.Picture("Picture5").surface,
+            [this]() -> Surface& { return location_.sync.Current().surface; },
+            [this] { captions_.DrawPolar(); },
+            [this] { captions_.DrawMap(); },
+            [this] { captions_.DrawHistory(); },
+            [&txtFtpTo = controls_.Text("txtFtpTo")] { return txtFtpTo.Text(); }};
+}
+
+/// The captions of the polar display and of the map.
+void FrmVeltrix::DrawCaptions() {
+    captions_.DrawPolar();
+    captions_.DrawMap();
 }
 
 /// Whatever asks for it goes on: a map that cannot be read is reported here.
@@ -261,6 +325,13 @@ void FrmVeltrix::FollowSelection() {
     location_.sync.ShowCurrent();
     mapView_.KeepSelectedMap();
     DrawMap();
+    calibrationOverlay_.Show(viewCycle_.IsCalibrating());
+}
+
+/// The user has edited the list or a map.
+void FrmVeltrix::ShowEdits() {
+    ShowStation();
+    DrawMap();
 }
 
 void FrmVeltrix::ShowStation() {
@@ -269,9 +340,12 @@ void FrmVeltrix::ShowStation() {
 }
 
 void FrmVeltrix::BindHousekeeping() {
+    housekeeping_.jobs.GetCoarse = [this] { return clockDrift_.GetCoarse(); };
+    housekeeping_.jobs.ShowClockDrift = [this] { clockDrift_.Show(); };
+    housekeeping_.jobs.PublishMinute = [this] { publishing_.Publish(); };
     housekeeping_.jobs.NoiseLogMinute = [this] { NoiseLogMinute(); };
     housekeeping_.jobs.MapUpdatePlot = [this] { mapView_.Tick(); };
-    housekeeping_.jobs.MapInit = [this] { DrawMap(); };
+    housekeeping_.jobs.MapInit = [this] { ShowEdits(); };
     housekeeping_.jobs.Timer5_Timer = [this] {
         // Events that run while the form is loading must not take the plot that is still to come for an empty
         // day.

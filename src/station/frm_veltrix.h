@@ -8,15 +8,23 @@
 
 #include "detection/noise_control.h"
 #include "detection/strike_log.h"
+#include "output/class_alarm.h"
 #include "output/daily_rollover.h"
 #include "output/error_log.h"
+#include "output/publishing.h"
 #include "platform/platform.h"
 #include "station/about.h"
+#include "station/alarm_page.h"
+#include "station/calibration_drag.h"
+#include "station/calibration_overlay.h"
+#include "station/caption_blocks.h"
+#include "station/clock_drift_page.h"
 #include "station/form_controls.h"
 #include "station/form_displays.h"
 #include "station/housekeeping.h"
 #include "station/map_view.h"
 #include "station/mark_commands.h"
+#include "station/mark_drag.h"
 #include "station/polar_view.h"
 #include "station/position_boxes.h"
 #include "station/pulse_delivery.h"
@@ -75,8 +83,14 @@ class FrmVeltrix {
     void OpenTabs();
     void BindHousekeeping();
     void BindLocation();
+    void BindCalibration();
+    void BindOutput();
+    PublishingParts Published();
+    void MouseOnMap(const MouseEvent& event);
+    void DrawCaptions();
     void DrawMap();
     void FollowSelection();
+    void ShowEdits();
     void ShowStation();
     void NoiseLogMinute();
     HomeStation Home();
@@ -99,11 +113,19 @@ class FrmVeltrix {
     ReplayFiles replayFiles_;
     About about_;
     DailyRollover rollover_;
+    ClassAlarm alarm_;
+    AlarmPage alarmPage_;
     RecorderStart recorder_;
     StationNetwork network_;
     StationLocation location_;
+    CaptionBlocks captions_;
     MapView mapView_;
+    MarkDrag markDrag_;
     MarkCommands markCommands_;
+    CalibrationDrag calibrationDrag_;
+    CalibrationOverlay calibrationOverlay_;
+    ClockDriftPage clockDrift_;
+    Publishing publishing_;
     StationCommands commands_;
     Housekeeping housekeeping_;
     std::unique_ptr<Timer> Timer1;

@@ -22,7 +22,7 @@ struct HousekeepingJobs {
     std::function<void()> NoiseLogMinute;  ///< a line of the noise log
     std::function<void()> MapUpdatePlot;   ///< ages the dots on the map
     std::function<void()> PublishMinute;   ///< counts towards the next publication
-    std::function<void()> MapInit;         ///< draws the map anew, when one of its files has changed
+    std::function<void()> MapInit;         ///< shows list and map anew, when one of their files has changed
     // Every second.
     std::function<void()> Timer5_Timer;  ///< the daily jobs
 };

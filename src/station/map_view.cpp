@@ -2,10 +2,13 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "cartography/map_files.h"
 #include "common/neutral_text.h"
+#include "common/while_set.h"
 #include "detection/settings_table.h"
+#include "location/map_sector.h"
 
 namespace veltrix {
 
@@ -40,6 +43,7 @@ MapView::MapView(const Parts& parts)
       cmdReset(parts.controls.Push("cmdReset")),
       cmdStationMap(parts.controls.Push("cmdStationMap")),
       txtStationMapRadius(parts.controls.Text("txtStationMapRadius")),
+      optSectors(parts.controls.Check("optSectors")),
       dialog_(parts.controls, parts.platform, parts.errors,
               {"Frame2", "File3", "txtMapFilename", "cmdClearPicture4", "cmdCancel", "MapFilenamePicture4"}),
       maker_(parts.platform) {}
@@ -74,18 +78,28 @@ void MapView::Load() {
 
 void MapView::MapInit() {
     // The walk over the strikes drains the recorder's blocks, which may bring us here again.
-    if (!bLoaded_ || std::exchange(bDrawing_, true)) return;
+    if (!bLoaded_) return;
+    bDrawAgain_ = bDrawing_;
+    if (bDrawing_) return;
+    FirstFailure failures;
+    do {
+        const WhileSet drawing(bDrawing_);
+        DrawOnce(failures);
+    } while (bDrawAgain_);
+    failures.Raise();
+}
+
+void MapView::DrawOnce(FailureHandler& failures) {
+    bDrawAgain_ = false;
     ClassMapper& mapper = Selected();
     const std::string file = mapper.MapFilenamePicture4;
     if (file.size() > LongestNoName) mapper.DatFilenamePicture4 = GeometryName(file);
-    FirstFailure failures;
     RunSteps(
         failures, [&] { LoadBackground(file); }, [&] { TakeGeometry(mapper.DatFilenamePicture4); },
-        [&] { parts_.marks.PlaceAllStationMarks(); }, [&] { parts_.marks.DrawAllStationCircles(); },
+        [&] { parts_.marks.PlaceAllStationMarks(); }, [&] { TintSectors(); },
+        [&] { parts_.marks.DrawAllStationCircles(); },
         [&] { Picture8.surface.SetPicture(Picture4.surface.Image()); }, [&] { DrawStrikes(); },
-        [&] { parts_.marks.ShowSelected(); }, [&] { dialog_.Show(file); });
-    bDrawing_ = false;
-    failures.Raise();
+        [&] { parts_.drawCaption(); }, [&] { parts_.marks.ShowSelected(); }, [&] { dialog_.Show(file); });
 }
 
 /// A file that is not there leaves the background in place; what was drawn on it goes all the same.
@@ -106,6 +120,19 @@ void MapView::TakeGeometry(const std::string& file) {
     shpSphere.SetVisible(true);
     shp2D.SetVisible(false);
     if (file.size() > LongestNoName) take(ReadGeometry(parts_.platform.files, file));
+}
+
+void MapView::TintSectors() {
+    if (!optSectors.Checked()) return;
+    Mappers& mappers = parts_.network.mappers;
+    std::vector<MapPoint> stations;
+    for (int row = 1; row <= C_NUMBEROFMAPPERS; ++row)
+        if (mappers[row].MapperActive()) stations.push_back({mappers[row].RemoteX, mappers[row].RemoteY});
+    MapSector sectors(Picture4.surface.Image().width, Picture4.surface.Image().height);
+    sectors.Find({mappers.HomeX, mappers.HomeY}, stations, parts_.Timer1_Timer);
+    // What was plotted meanwhile is no part of the map; it comes back with the other strikes.
+    Picture4.surface.Cls();
+    sectors.Tint(Picture4.surface);
 }
 
 void MapView::DrawStrikes() {

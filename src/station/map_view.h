@@ -27,6 +27,7 @@ class MapView {
         std::function<FixRules()> rules;
         std::function<void(bool)> skipSamples;
         std::function<void()> Timer1_Timer;
+        std::function<void()> drawCaption;
     };
 
     explicit MapView(const Parts& parts);
@@ -37,9 +38,10 @@ class MapView {
     /// steps are passed over.
     void Load();
 
-    /// Draws the map of the selected station: background, geometry, marks, and the strikes that are young
-    /// enough, by the calibration as it now stands. Does nothing before Load(), nor inside itself. Raises
-    /// what Pictures and Files raise for a file that cannot be read, after everything else is done.
+    /// Draws the map of the selected station: background, geometry, marks, sectors if they are wanted, the
+    /// strikes that are young enough, by the calibration as it now stands, and the caption. Does nothing
+    /// before Load(); asked for inside itself, it begins anew at its end. Raises what Pictures and Files
+    /// raise for a file that cannot be read, after everything else is done.
     void MapInit();
     /// Lets the dots age; once a minute.
     void Tick();
@@ -50,8 +52,10 @@ class MapView {
     void OpenFrame2() { dialog_.Open(); }
 
   private:
+    void DrawOnce(FailureHandler& failures);
     void LoadBackground(const std::string& file);
     void TakeGeometry(const std::string& file);
+    void TintSectors();
     void DrawStrikes();
     void Clear();
     void Reset();
@@ -66,10 +70,12 @@ class MapView {
     Button& cmdReset;
     Button& cmdStationMap;
     TextBox& txtStationMapRadius;
+    CheckBox& optSectors;
     BackgroundDialog dialog_;
     MapMaker maker_;
     bool bLoaded_ = false;
     bool bDrawing_ = false;
+    bool bDrawAgain_ = false;  // asked for while drawing
 };
 
 }  // namespace veltrix

@@ -20,18 +20,18 @@ constexpr std::string_view CorrelatorLabels[] = {"lblAvgDiffTime", "lblPrevAvgDi
 }  // namespace
 
 MarkCommands::MarkCommands(FormControls& controls, SettingsStore& store, StationNetwork& network,
-                           MapMarks& marks, std::function<void()> onSelected)
+                           MapMarks& marks, MarkDrag& drag, std::function<void()> onSelected)
     : controls_(controls),
       store_(store),
       network_(network),
       marks_(marks),
+      drag_(drag),
       onSelected_(std::move(onSelected)) {}
 
 void MarkCommands::Start() {
+    BindMouse(0, controls_.Mark("Picture6"));
     for (std::int16_t row = 1; row <= C_NUMBEROFMAPPERS; ++row)
-        network_.mappers[row].Picture7->OnMouse = [this, row](const MouseEvent& event) {
-            if (event.action == MouseAction::Up) Picture7_MouseUp(row, event);
-        };
+        BindMouse(row, *network_.mappers[row].Picture7);
     BindRowEntry("cmdSelect", &MarkCommands::cmdSelect_Click);
     BindRowEntry("cmdConnect", &MarkCommands::cmdConnect_Click);
     BindRowEntry("cmdDisconnect", &MarkCommands::cmdDisconnect_Click);
@@ -41,6 +41,25 @@ void MarkCommands::Start() {
     BindEntry("cmdResetTotalCnt", &MarkCommands::cmdResetTotalCnt_Click);
     BindEntry("cmdClearPicSync", &MarkCommands::cmdClearPicSync_Click);
     BindRowEntry("cmdResetCorr", &MarkCommands::cmdResetCorr_Click);
+}
+
+/// A mark is clicked or dragged; the place of a drop is one on the map. That of the local station has no
+/// commands.
+void MarkCommands::BindMouse(std::int16_t row, Marker& mark) {
+    mark.OnMouse = [this, row](const MouseEvent& event) {
+        switch (event.action) {
+            case MouseAction::Down:
+                return drag_.Take(row);
+            case MouseAction::Drop:
+                return drag_.Drop(row, event.x, event.y);
+            case MouseAction::Up:
+                drag_.LetGo();
+                if (row != 0) Picture7_MouseUp(row, event);
+                return;
+            default:
+                return;
+        }
+    };
 }
 
 void MarkCommands::BindEntry(std::string_view entry, void (MarkCommands::*action)()) {

@@ -6,7 +6,7 @@
 
 #include "platform/settings_store.h"
 #include "station/form_controls.h"
-#include "station/station_marks.h"
+#include "station/mark_drag.h"
 #include "station/station_network.h"
 
 namespace veltrix {
@@ -18,7 +18,7 @@ class MarkCommands {
     /// `onSelected` lets the map and the controls follow the selected row; it also runs when that row has
     /// become another station or none.
     MarkCommands(FormControls& controls, SettingsStore& store, StationNetwork& network, MapMarks& marks,
-                 std::function<void()> onSelected);
+                 MarkDrag& drag, std::function<void()> onSelected);
 
     /// Binds the marks and the entries of the menu.
     void Start();
@@ -30,6 +30,7 @@ class MarkCommands {
   private:
     void BindEntry(std::string_view entry, void (MarkCommands::*action)());
     void BindRowEntry(std::string_view entry, void (MarkCommands::*action)());
+    void BindMouse(std::int16_t row, Marker& mark);
     void Picture7_MouseUp(std::int16_t row, const MouseEvent& event);
     void cmdSelect_Click();
     void cmdConnect_Click();
@@ -46,6 +47,7 @@ class MarkCommands {
     SettingsStore& store_;
     StationNetwork& network_;
     MapMarks& marks_;
+    MarkDrag& drag_;
     std::function<void()> onSelected_;
     std::int16_t iCursor_ = 0;          // row of the last mark clicked; 0: none yet
     std::int16_t iPreviousCursor_ = 0;  // and of the one before

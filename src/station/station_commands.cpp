@@ -4,7 +4,9 @@
 
 #include "common/arithmetic.h"
 #include "common/neutral_text.h"
+#include "common/trimmed.h"
 #include "detection/settings_table.h"
+#include "network/ignore_list.h"
 
 namespace veltrix {
 
@@ -38,6 +40,9 @@ void StationCommands::Start() {
     controls_.Push("cmdEditStationList").OnClick = [this](MouseButton) { cmdEditStationList_Click(); };
     ListBox& CmbStateServer = controls_.List("CmbStateServer");
     CmbStateServer.OnDropDown = [this] { network_.server.ListServerSockets(); };
+    CmbStateServer.OnClick = [this, &CmbStateServer](MouseButton) {
+        CmbStateServer_Click(CmbStateServer.Chosen());
+    };
     CmbStateServer.OnCloseUp = [&CmbStateServer] { CmbStateServer.Clear(); };
     // Not a key of the store: the figure of the selected row of the station list.
     txtClockDrift.OnEntry = [this] {
@@ -79,6 +84,17 @@ void StationCommands::cmdEditStationList_Click() {
     SkippingErrors(
         [&] { network_.list.StationListSave(); }, [&] { platform_.loop.Sleep(EditorPause); },
         [&] { platform_.processes.Start("notepad", {"StationList.dat"}, WindowStyle::Maximized); });
+}
+
+/// Offers the address of a connection for the list of those to be thrown out.
+void StationCommands::CmbStateServer_Click(const std::string& entry) {
+    const std::string address(Trimmed(std::string_view(entry).substr(entry.rfind('_') + 1)));
+    SkippingErrors([&] { platform_.clipboard.SetText(address); },
+                   [&] {
+                       const std::string file(IgnoreList::FileName);
+                       if (!network_.server.IsIgnored(address) && platform_.files.Exists(file))
+                           platform_.processes.Start("notepad", {file}, WindowStyle::Maximized);
+                   });
 }
 
 }  // namespace veltrix

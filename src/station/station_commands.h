@@ -28,6 +28,7 @@ class StationCommands {
     void cmbRemoteHost_Click();
     void txtRemoteHost_Change();
     void cmdEditStationList_Click();
+    void CmbStateServer_Click(const std::string& entry);
     void TakeStoredHost();
 
     FormControls& controls_;

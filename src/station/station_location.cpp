@@ -30,7 +30,7 @@ StationLocation::StationLocation(FormControls& controls, SettingsBinding& settin
                PairDisplay({sync.Panels(), controls.Text("txtLocal"), controls.Text("txtRemote"),
                             controls.Text("txtClockDrift"), controls.Caption("lblStrikeCount4")})}),
       matching(controls, network, locator, platform.clock, home),
-      calibration(controls, settings, network) {
+      calibration(controls, settings, platform.files, network) {
     const auto whenTaken = [&](std::string_view control, auto take) {
         settings.WhenTaken(control, [this, take] {
             take();
@@ -38,6 +38,8 @@ StationLocation::StationLocation(FormControls& controls, SettingsBinding& settin
         });
     };
     whenTaken("txtAge", [this] { dots.Age = RoundToLong(settings_.Number("txtAge")); });
+    whenTaken("optFocus", [] {});
+    whenTaken("optSectors", [] {});
     whenTaken("txtFocusWindow", [this] {
         if (bStarted_) iFocusWindow_ = RoundToInteger(settings_.Number("txtFocusWindow"));
     });
@@ -68,6 +70,7 @@ FixRules StationLocation::Rules() const {
     return {.MapperIndex = network_.selection.MapperIndex,
             .home = {home.HomeLongitude, home.HomeLatitude},
             .dAngularSeparation = settings_.Number("txtAngularSeparation"),
+            .dLocalCorrectionAngle = calibration.dLocalCorrectionAngle,
             .Age = dots.Age,
             .FocusWindow = iFocusWindow_,
             .iMinStrength = RoundToInteger(settings_.Number("txtMinStrength")),

@@ -58,30 +58,56 @@ void MapMarks::PlaceAllStationMarks() {
     Picture6.BringToFront();
 }
 
-void MapMarks::PlaceHome() {
-    const HomeStation home = home_();
-    Place(Picture6, "Home", home.HomeLongitude, home.HomeLatitude);
-    Picture6.SetVisible(IsPlaced(home));
-    const MapPoint centre = CentreOf(Picture6);
-    mappers_.HomeX = centre.dX;
-    mappers_.HomeY = centre.dY;
+void MapMarks::MoveMark(std::int16_t row, double left, double top) {
+    Marker& mark = MarkOf(row);
+    mark.SetLeft(left);
+    mark.SetTop(top);
+    TakePlaceOf(row);
+    FrameSelected();
+    store_.SaveSetting(SectionOf(row), "X", GeneralNumber(left));
+    store_.SaveSetting(SectionOf(row), "Y", GeneralNumber(top));
 }
 
-void MapMarks::PlaceRemote(std::int16_t row) {
+/// Where the store keeps the place that the user has given a mark on the present map.
+std::string MapMarks::SectionOf(std::int16_t row) const {
+    const std::string& map = mappers_[selection_.MapperIndex].MapFilenamePicture4;
+    return map + (row == 0 ? "Home" : "Remote" + std::to_string(row));
+}
+
+void MapMarks::PlaceHome() {
+    const HomeStation home = home_();
+    Place(0, home.HomeLongitude, home.HomeLatitude);
+    Picture6.SetVisible(IsPlaced(home));
+    TakePlaceOf(0);
+}
+
+/// A station is where the middle of its mark is.
+void MapMarks::TakePlaceOf(std::int16_t row) {
+    const MapPoint centre = CentreOf(MarkOf(row));
+    if (row == 0) {
+        mappers_.HomeX = centre.dX;
+        mappers_.HomeY = centre.dY;
+        return;
+    }
     ClassMapper& station = mappers_[row];
-    Marker& mark = MarkOf(row);
-    mark.SetVisible(station.MapperActive());
     if (!station.MapperActive()) return;
-    Place(mark, "Remote" + std::to_string(row), station.Longitude, station.Latitude);
-    const MapPoint centre = CentreOf(mark);
     station.RemoteX = centre.dX == 0 ? BesideZero : centre.dX;
     station.RemoteY = centre.dY;
 }
 
-void MapMarks::Place(Marker& mark, const std::string& whose, double longitude, double latitude) const {
+void MapMarks::PlaceRemote(std::int16_t row) {
+    const ClassMapper& station = mappers_[row];
+    MarkOf(row).SetVisible(station.MapperActive());
+    if (!station.MapperActive()) return;
+    Place(row, station.Longitude, station.Latitude);
+    TakePlaceOf(row);
+}
+
+void MapMarks::Place(std::int16_t row, double longitude, double latitude) const {
     const ClassMapper& map = mappers_.Local();
+    Marker& mark = MarkOf(row);
     if (map.MapRadius == 0) {
-        const std::string section = mappers_[selection_.MapperIndex].MapFilenamePicture4 + whose;
+        const std::string section = SectionOf(row);
         const auto stored = [&](std::string_view key, double present, double size) {
             const double wanted = ValNeutral(store_.GetSetting(section, key, GeneralNumber(present)));
             return std::min(std::max(wanted, EdgeRoom), size - EdgeRoom);

@@ -31,6 +31,9 @@ class MapMarks final : public StationMarks {
     /// and the local one unless its position is 0, 0.
     void PlaceAllStationMarks();
     void DisplayStationConnectionState() override;
+    /// The user has put the mark of a row there, 0 being that of the local station: it is kept for the map
+    /// that is shown, and where the station is on the map follows. REQUIRES 0 <= row <= 100.
+    void MoveMark(std::int16_t row, double left, double top);
 
     /// Draws the rings around the local station, and those around a row's station onto Picture4; in the
     /// second pass only where a client socket is busy with it or connected to it. REQUIRES 1 <= row <= 100,
@@ -47,9 +50,11 @@ class MapMarks final : public StationMarks {
 
   private:
     Marker& MarkOf(std::int16_t row) const;
+    std::string SectionOf(std::int16_t row) const;
+    void TakePlaceOf(std::int16_t row);
     void PlaceHome();
     void PlaceRemote(std::int16_t row);
-    void Place(Marker& mark, const std::string& whose, double longitude, double latitude) const;
+    void Place(std::int16_t row, double longitude, double latitude) const;
     MapPoint CentreOf(const Marker& mark) const;
     void DrawRings(double x, double y, ColourValue color);
     void FrameSelected();

@@ -31,8 +31,15 @@ void ViewCycle::Start() {
     BindDialog(Picture4, bRightDown4, openFrame2_, [this] {
         if (!IsCalibrating()) Pass(Picture4, Picture5);
     });
+    Picture4.OnMouse = [this, onRight = Picture4.OnMouse](const MouseEvent& event) {
+        onRight(event);
+        if (OnMapMouse) OnMapMouse(event);
+    };
     SSTab3.OnClick = [this](MouseButton) {
         lblCalibrationMode.SetVisible(IsCalibrating());
+        if (OnCalibrationTab) OnCalibrationTab();
+    };
+    SSTab4.OnClick = [this](MouseButton) {
         if (OnCalibrationTab) OnCalibrationTab();
     };
     Picture5.OnClick = [this](MouseButton button) {

@@ -16,8 +16,10 @@ class ViewCycle {
     /// Binds the views and shows the polar display.
     void Start();
 
-    /// A click on the tab strip of the calibration. May be empty.
+    /// A click on either tab strip of the calibration. May be empty.
     std::function<void()> OnCalibrationTab;
+    /// Whatever the mouse does on the map. May be empty.
+    std::function<void(const MouseEvent&)> OnMapMouse;
 
     /// True while the calibration by drag and drop is active: the map then keeps the clicks.
     bool IsCalibrating() const;

@@ -23,7 +23,6 @@ namespace {
 
 constexpr int Margin = 8;
 constexpr int LeastView = 320;
-constexpr int LeastCurves = 160;
 constexpr double ScopePart = 0.21;  // of the width that views and scopes share
 constexpr int RoomAroundText = 12;  // pixels
 /// The longest text below a scope: amplitude, direction and time of the strongest detection.
@@ -60,7 +59,6 @@ DisplayArea::DisplayArea(Bindings& bindings, PageBuilder& builder, QWidget* pare
     amplitude_ = MakeScope("Picture2", "Label4", {"Text4", "Text5"});
     direction_ = MakeScope("Picture3", "Label3", {"Text3", "txtLocal", "txtRemote"});
     mapDialog_ = MakeDialog("Frame2", "cmdCancel", *this);
-    mapDialog_->findChild<QWidget*>(QStringLiteral("PicpSD"))->setMinimumHeight(LeastCurves);
 }
 
 SurfaceView& DisplayArea::MakeView(const char* name, const char* title) {
@@ -159,7 +157,12 @@ void DisplayArea::DressMap(SurfaceView& view) {
     new MarkerView(bindings_, dynamic_cast<Marker&>(bindings_.Find("Picture6")), view);
     for (int i = 1; Control* const marker = bindings_.FindIf(ElementName("Picture7", i)); ++i)
         new MarkerView(bindings_, dynamic_cast<Marker&>(*marker), view);
-    new OutlineView(bindings_, dynamic_cast<Shape&>(bindings_.Find("ShapeMapperIndex")), view);
+    new OutlineView(bindings_, dynamic_cast<Shape&>(bindings_.Find("ShapeMapperIndex")),
+                    OutlineView::Kind::Rectangle, view);
+    new OutlineView(bindings_, dynamic_cast<Shape&>(bindings_.Find("ShapeCircle")), OutlineView::Kind::Circle,
+                    view);
+    for (const char* const bound : {"LineLBound", "LineUbound"})
+        new LineView(bindings_, dynamic_cast<LineShape&>(bindings_.Find(bound)), view);
     new PopUpMenu(bindings_, dynamic_cast<Menu&>(bindings_.Find("mnuPopUp")), view);
     for (const auto& [name, kind] :
          {std::pair{"shpSphere", MapSign::Kind::Sphere}, std::pair{"shp2D", MapSign::Kind::Flat}})
@@ -176,7 +179,7 @@ void DisplayArea::DressMap(SurfaceView& view) {
 
     QWidget& hint = Labels(Qt::Vertical, {"lblCalibrationMode"}, true);
     Cover(hint, "lblCalibrationMode");
-    view.Pin(hint, Qt::AlignTop | Qt::AlignHCenter);
+    view.Pin(hint, Qt::AlignBottom | Qt::AlignHCenter);
 
     QWidget& whoIs = Labels(Qt::Horizontal, {"lblWhoIs"});
     Cover(whoIs, "lblWhoIs");

@@ -13,6 +13,7 @@ constexpr int Tick = 5;  // pixels
 constexpr int Gap = 3;
 constexpr int Hours = 24;
 constexpr int Bearings = 180;
+constexpr int CaptionHours = 3;  // the corner belongs to the caption
 constexpr int TextAlpha = 150;
 constexpr int GridAlpha = 28;
 
@@ -32,7 +33,8 @@ void HistoryScale::paintEvent(QPaintEvent* /*event*/) {
         Mark(painter, hour, Bearings,
              hour % 6 == 0 ? QString::number(hour) + QStringLiteral(" h") : QString());
     for (int bearing = 0; bearing < Bearings; bearing += 45)
-        Mark(painter, 0, bearing, QString::number(bearing) + QStringLiteral("°"));
+        Mark(painter, bearing == 0 ? CaptionHours : 0, bearing,
+             QString::number(bearing) + QStringLiteral("°"));
 }
 
 void HistoryScale::Mark(QPainter& painter, double hour, double bearing, const QString& text) const {

@@ -12,9 +12,10 @@ namespace veltrix {
 MarkerView::MarkerView(Bindings& bindings, Marker& marker, SurfaceView& view)
     : QWidget(&view), marker_(marker), view_(view) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    new MouseRelay(
-        bindings, marker, *this, MouseRelay::Widget::LeavesMouse,
-        {.toControl = [this](QPointF position) { return OnMarker(position); }, .middleIsLeft = true});
+    new MouseRelay(bindings, marker, *this, MouseRelay::Widget::LeavesMouse,
+                   {.toControl = [this](QPointF position) { return OnMarker(position); },
+                    .middleIsLeft = true,
+                    .toGround = [this](QPointF position) { return view_.OnSurface(mapToParent(position)); }});
     view.WhenPlaced([this] { MoveToPlace(); });
     marker.OnFront = [this] { raise(); };
     bindings.Bind(marker, *this, [this] {

@@ -7,8 +7,8 @@
 namespace veltrix {
 
 /// A small square in its model's colour, with a border where the model has one, at the model's place on a
-/// surface and scaled with it. It follows the
-/// mouse; positions are in pixels of the surface, from the mark's upper left corner. Child of the view.
+/// surface and scaled with it. It follows the mouse and can be dragged; positions are in pixels of the
+/// surface, from the mark's upper left corner, those of a drop on the surface itself. Child of the view.
 class MarkerView final : public QWidget {
   public:
     /// On a view much smaller than its surface a mark can still be hit.

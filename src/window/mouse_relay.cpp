@@ -1,5 +1,6 @@
 #include "window/mouse_relay.h"
 
+#include <QApplication>
 #include <utility>
 
 namespace veltrix {
@@ -23,6 +24,10 @@ MouseRelay::MouseRelay(Bindings& bindings, Control& control, QWidget& widget, Wi
 
 bool MouseRelay::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
+    if (type == QEvent::Hide && dragged_) {
+        EndDrag();
+        pressed_ = false;
+    }
     const bool ofMouse = type == QEvent::MouseButtonPress || type == QEvent::MouseMove ||
                          type == QEvent::MouseButtonRelease || type == QEvent::MouseButtonDblClick;
     if (!ofMouse || !(control_.OnMouse || control_.OnClick)) return QObject::eventFilter(watched, event);
@@ -47,7 +52,23 @@ void MouseRelay::Pass(const QMouseEvent& event) {
         Press(event.position(), *button);
 }
 
+/// From a certain way on the control hangs on the mouse until the button is released.
+bool MouseRelay::Drags(const QMouseEvent& event) {
+    if (!dragged_ && pressed_ && ground_.toGround && event.buttons().testFlag(Qt::LeftButton) &&
+        (event.position() - pressedAt_).manhattanLength() >= QApplication::startDragDistance()) {
+        dragged_ = true;
+        TheWidget().setCursor(Qt::ClosedHandCursor);
+    }
+    return dragged_;
+}
+
+void MouseRelay::EndDrag() {
+    dragged_ = false;
+    TheWidget().unsetCursor();
+}
+
 void MouseRelay::Move(const QMouseEvent& event) {
+    if (Drags(event)) return;
     const bool follows = needs_ == Widget::LeavesMouse && ground_.holds(event.position());
     if (!pressed_ && !follows) return;
     const MouseButton button =
@@ -57,15 +78,23 @@ void MouseRelay::Move(const QMouseEvent& event) {
 }
 
 void MouseRelay::Press(QPointF position, MouseButton button) {
+    if (dragged_) return;
     pressed_ = ground_.holds(position);
     if (!pressed_) return;
+    pressedAt_ = position;
     const MouseEvent pressed = EventAt(ground_.toControl(position), MouseAction::Down, button);
     bindings_.Act(control_, [&] { control_.Mouse(pressed); });
 }
 
 void MouseRelay::Release(QPointF position, MouseButton button, bool last) {
     if (!pressed_) return;
+    if (dragged_ && button != MouseButton::Left) return;
     pressed_ = !last;
+    if (dragged_) {
+        EndDrag();
+        const MouseEvent dropped = EventAt(ground_.toGround(position), MouseAction::Drop, button);
+        return bindings_.Act(control_, [&] { control_.Mouse(dropped); });
+    }
     const MouseEvent released = EventAt(ground_.toControl(position), MouseAction::Up, button);
     bindings_.Act(control_, [&] {
         control_.Mouse(released);

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "window/marker_view.h"
 #include "window/palette.h"
@@ -16,8 +17,8 @@ constexpr int LeastInside = MarkerView::LeastSide + 2;
 
 }  // namespace
 
-OutlineView::OutlineView(Bindings& bindings, Shape& shape, SurfaceView& view)
-    : QWidget(&view), shape_(shape), view_(view) {
+OutlineView::OutlineView(Bindings& bindings, Shape& shape, Kind kind, SurfaceView& view)
+    : QWidget(&view), shape_(shape), kind_(kind), view_(view) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     view.WhenPlaced([this] { MoveToPlace(); });
     bindings.Bind(shape, *this, [this] {
@@ -42,8 +43,42 @@ void OutlineView::paintEvent(QPaintEvent* /*event*/) {
     for (const QColor& color : {QColor(Qt::black), ToColor(shape_.ForeColor())}) {
         line.adjust(0, 0, -LineWidth, -LineWidth);
         painter.setPen(QPen(color, LineWidth));
-        painter.drawRect(line);
+        if (kind_ == Kind::Circle)
+            painter.drawEllipse(line);
+        else
+            painter.drawRect(line);
         line.adjust(LineWidth, LineWidth, 0, 0);
+    }
+}
+
+LineView::LineView(Bindings& bindings, LineShape& line, SurfaceView& view)
+    : QWidget(&view), line_(line), view_(view) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    view.WhenPlaced([this] { MoveToPlace(); });
+    bindings.Bind(line, *this, [this] {
+        MoveToPlace();
+        raise();
+        update();
+    });
+}
+
+QLine LineView::InView() const {
+    const LineShape::Ends& ends = line_.TheEnds();
+    return {view_.InWidget(ends.X1, ends.Y1), view_.InWidget(ends.X2, ends.Y2)};
+}
+
+void LineView::MoveToPlace() {
+    const QLine line = InView();
+    setGeometry(QRect(line.p1(), line.p2()).normalized().adjusted(-Lines, -Lines, Lines, Lines));
+}
+
+void LineView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QLine line = InView().translated(-pos());
+    for (const auto& [color, width] :
+         {std::pair{QColor(Qt::black), 3 * LineWidth}, std::pair{ToColor(line_.ForeColor()), LineWidth}}) {
+        painter.setPen(QPen(color, width));
+        painter.drawLine(line);
     }
 }
 

@@ -6,11 +6,14 @@
 
 namespace veltrix {
 
-/// The outline of a rectangle at its model's place on a surface, scaled with it but never smaller than around
-/// a mark, in its model's fore colour with black around it. The mouse goes through. Child of the view.
+/// The outline of a rectangle or circle at its model's place on a surface, scaled with it but never smaller
+/// than around a mark, in its model's fore colour with black around it. The mouse goes through. Child of the
+/// view.
 class OutlineView final : public QWidget {
   public:
-    OutlineView(Bindings& bindings, Shape& shape, SurfaceView& view);
+    enum class Kind { Rectangle, Circle };
+
+    OutlineView(Bindings& bindings, Shape& shape, Kind kind, SurfaceView& view);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -19,6 +22,24 @@ class OutlineView final : public QWidget {
     void MoveToPlace();
 
     Shape& shape_;
+    Kind kind_;
+    SurfaceView& view_;
+};
+
+/// A straight line at its model's place on a surface, in its model's fore colour with black around it. The
+/// mouse goes through. Child of the view.
+class LineView final : public QWidget {
+  public:
+    LineView(Bindings& bindings, LineShape& line, SurfaceView& view);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void MoveToPlace();
+    QLine InView() const;
+
+    LineShape& line_;
     SurfaceView& view_;
 };
 

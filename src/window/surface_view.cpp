@@ -54,7 +54,7 @@ SurfaceView::SurfaceView(Bindings& bindings, PictureBox& box, QWidget* parent)
       bindings_(bindings),
       box_(box),
       mouse_(new MouseRelay(bindings, box, *this, MouseRelay::Widget::LeavesMouse,
-                            {.toControl = [this](QPointF position) { return InScale(PixelAt(position)); },
+                            {.toControl = [this](QPointF position) { return OnSurface(position); },
                              .holds =
                                  [this](QPointF position) {
                                      return QRect({0, 0}, SizeOf(box_)).contains(PixelAt(position));

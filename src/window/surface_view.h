@@ -52,6 +52,8 @@ class SurfaceView final : public QWidget {
     SurfacePlace Place() const;
     /// A place on the surface, in its pixels, in the coordinates of this widget.
     QPoint InWidget(double x, double y) const;
+    /// The place on the surface, in its own coordinates, of the pixel that a position of this widget lies in.
+    QPointF OnSurface(QPointF position) const { return InScale(PixelAt(position)); }
     PictureBox& Box() const { return box_; }
 
     /// Modest, since it takes what there is.

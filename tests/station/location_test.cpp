@@ -2,48 +2,13 @@
 
 #include <cmath>
 #include <string>
-#include <vector>
 
-#include "network_peers.h"
+#include "located_strikes.h"
 
 namespace veltrix {
 namespace {
 
-/// Home at 52 N 6 E hears bursts; a peer at 50.5 N 10 E sends its half of each strike at 54 N 11 E.
-struct LocationTest : NetworkTest {
-    static constexpr double StrikeLongitude = 11;
-    static constexpr double StrikeLatitude = 54;
-    static constexpr double PeerLongitude = 10;
-    static constexpr double PeerLatitude = 50.5;
-
-    Peer peer{computer, "10.0.0.9"};
-    std::vector<std::string> fixes;
-    int blocks = 0;
-
-    void Connect() {
-        Tie(computer, "1", "");
-        PutList({{1, "Peer", "10.0.0.9"}});
-        peer.Serve(GreetingOf("Peer", "10", "50.5"));
-        station.form.OnLocated() = [this](const LocatedStrike& strike) { fixes.push_back(FixLine(strike)); };
-        Begin();
-        ASSERT_TRUE(peer.IsUp());
-    }
-    /// Both stations hear a strike; the peer's clock is 700 ms and some jitter ahead.
-    void Strike(double remoteError = 0) {
-        const double here = CalcBearings(52, 6, StrikeLatitude, StrikeLongitude).dBearing1;
-        const double there =
-            CalcBearings(PeerLatitude, PeerLongitude, StrikeLatitude, StrikeLongitude).dBearing1;
-        station.Feed(Burst(here));
-        ++blocks;
-        const int sample = blocks * 300 - 249 + 700 * 22 + blocks % 3;
-        peer.Say(GeneralDate(computer.clock.Now()) + ", " + FormatNeutral(there + remoteError, "000.0000") +
-                 ", " + std::to_string(sample) + ", -30.0, 0, 50.50000, 010.00000, Peer\r");
-    }
-    /// The place where the strike belongs on the surface.
-    static MapPoint Place() {
-        const MapPoint up = CalcMapXY(4.43579, 50.93272, 2000, StrikeLongitude, StrikeLatitude);
-        return {up.dX, MapSide - up.dY};
-    }
+struct LocationTest : LocatedStrikes {
     std::string DotsNear(const MapPoint& place, int reach) {
         for (int dx = -reach; dx <= reach; ++dx)
             for (int dy = -reach; dy <= reach; ++dy)

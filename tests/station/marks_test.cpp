@@ -60,7 +60,8 @@ struct MarksTest : ::testing::Test {
     StationNetwork network{controls, computer.platform, errors, preciseNow, limits, [this] { return home; }};
     MapMarks marks{controls,        computer.store,    computer.glyphs,
                    network.mappers, network.selection, [this] { return home; }};
-    MarkCommands commands{controls, computer.store, network, marks, [this] { ++followed; }};
+    MarkDrag drag{marks};
+    MarkCommands commands{controls, computer.store, network, marks, drag, [this] { ++followed; }};
     ControlRequests requests{controls.All(), computer.files, [] {}};
     ClassMapper& map = network.mappers.Local();
 };

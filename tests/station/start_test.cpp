@@ -57,7 +57,9 @@ TEST_F(Start, WhatTimersDoWhileTheFormIsLoadingDoesNoHarm) {
     EXPECT_EQ(computer.processes.started.at(0).back(), "/of=R:\\audio.dat");
     EXPECT_FALSE(computer.files.Exists("picture5yesterday.bmp"));
     computer.loop.Run(1100);
-    EXPECT_TRUE(computer.files.Content("picture5yesterday.bmp") == BmpBytes(plot));
+    const std::string yesterday = computer.files.Content("picture5yesterday.bmp");
+    EXPECT_TRUE(yesterday.starts_with(BmpBytes(plot).substr(0, 540 * 557 * 3)))
+        << "all but the caption's rows";
     EXPECT_EQ(station.Ask("point Picture5 1 1"), "= 0|ok") << "not the picture that was loaded at start";
 }
 

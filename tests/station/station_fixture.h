@@ -37,7 +37,6 @@ struct TestStation {
         for (const std::string& line : requests.Answer(request)) text += text.empty() ? line : "|" + line;
         return text;
     }
-    /// The line that a control shows.
     std::string Get(const std::string& name) { return requests.Answer("get " + name).front().substr(2); }
     /// Calls `check` with name and text of each of "NAME=TEXT|NAME=TEXT ...".
     template <class Check>

@@ -33,7 +33,7 @@ struct Consumers final : DetectionBroadcaster,
     void Timer6_Timer() override { ++sends; }
     void CloseStalePing() override { ++pingChecks; }
     void Update(double, double c) override { calls += "drift " + GeneralNumber(c) + " "; }
-    double GetCoarse() override { return 0; }
+
     bool MapUpdateAll(Pulse&, bool bRealTime, Located& found, FailureHandler&) override {
         calls += bRealTime ? "match realtime " : "match ";
         found = located;
@@ -62,7 +62,6 @@ struct Consumers final : DetectionBroadcaster,
     int sends = 0, pingChecks = 0;
 };
 
-/// A station that has settled.
 struct Running : StationTest {
     Running() { StartAndSettle(); }
 };

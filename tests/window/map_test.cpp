@@ -72,5 +72,30 @@ TEST_F(MapTest, ANameNeverCoversItsMark) {
         }
 }
 
+TEST_F(MapTest, AMarkIsDroppedWhereTheMouseLetsGoOfIt) {
+    std::string events;
+    mark.OnMouse = [&](const MouseEvent& event) {
+        constexpr char Names[] = {'d', 'm', 'u', 'D'};
+        events += Names[static_cast<int>(event.action)];
+        if (event.action == MouseAction::Drop)
+            events += " " + std::to_string(std::lround(event.x)) + " " + std::to_string(std::lround(event.y));
+    };
+    Show();
+    QWidget& view = View("Picture7(7)");
+    const auto drag = [&](QPoint way) {
+        events.clear();
+        const QPoint from = view.rect().center();
+        QTest::mousePress(&view, Qt::LeftButton, {}, from);
+        QMouseEvent move(QEvent::MouseMove, from + way, view.mapToGlobal(from + way), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&view, &move);
+        QTest::mouseRelease(&view, Qt::LeftButton, {}, from + way);
+        return events;
+    };
+    const QPoint target = At("Picture4", 100, 330) - view.mapTo(&View("Picture4"), view.rect().center());
+    EXPECT_EQ(drag(target), "dD 100 330");
+    EXPECT_EQ(drag({1, 1}), "dmu") << "a hand that trembles clicks";
+}
+
 }  // namespace
 }  // namespace veltrix

@@ -36,17 +36,9 @@ TEST_F(Window, OneViewIsSeenAtATime) {
     Show();
     controls.Picture("Picture1").SetVisible(false);
     controls.Picture("Picture4").SetVisible(true);
-    Label& name = controls.Caption("lblWhoIs");
-    name.SetVisible(true);
-    name.SetCaption("Someone far away");
-    name.SetLeft(555);
     NextFrame();
     EXPECT_FALSE(Widget<QWidget>("Picture1").isVisible());
-    const auto& map = Widget<QWidget>("Picture4");
-    EXPECT_EQ(map.geometry(), Widget<QWidget>("Picture1").geometry());
-    const auto& label = Widget<QWidget>("lblWhoIs");
-    EXPECT_TRUE(label.isVisible());
-    EXPECT_TRUE(map.rect().contains(QRect(label.mapTo(&map, QPoint(0, 0)), label.size()))) << "kept inside";
+    EXPECT_EQ(Widget<QWidget>("Picture4").geometry(), Widget<QWidget>("Picture1").geometry());
 }
 
 TEST_F(Window, EscapeCancelsADialog) {

@@ -1,0 +1,48 @@
+#pragma once
+// A drag on the map: a strike is taken with the mouse and dropped where it belongs.
+
+#include "location/calibration_turn.h"
+#include "station/calibration.h"
+
+namespace veltrix {
+
+/// Follows the left button on Picture4, shows the drag as both stations see it, and has the calibration turn
+/// their bearings accordingly. A release without a press works with the press before; one in the very place
+/// of the press turns nothing. Owned by the form.
+class CalibrationDrag {
+  public:
+    CalibrationDrag(FormControls& controls, StationNetwork& network, Calibration& calibration);
+
+    /// The left button went down there on the map.
+    void Picture4_MouseDown(double x, double y);
+    /// It went up there. Raises what TurnAlongOther() and Calibration::Turn() raise.
+    void Picture4_MouseUp(double x, double y);
+
+  private:
+    /// What one station shows of a drag, and the press as it saw it.
+    struct Side {
+        CheckBox& chosen;
+        TextBox& dX;
+        TextBox& dY;
+        TextBox& dA;
+        TextBox& ddA;
+        std::string_view angleSign;
+        MarkOffset down = {};
+        double dDownAngle = 0;
+    };
+
+    const Marker& SelectedMark() const;
+    static void Press(Side& side, const Marker& mark, double x, double y);
+    static CalibrationTurn Release(const Side& side, const Side& other, const Marker& mark, double x,
+                                   double y);
+
+    StationNetwork& network_;
+    Calibration& calibration_;
+    const Marker& Picture6;
+    Side local_;
+    Side remote_;
+    double dDownX_ = 0;
+    double dDownY_ = 0;
+};
+
+}  // namespace veltrix
