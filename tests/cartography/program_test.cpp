@@ -22,28 +22,17 @@ TEST(MapProgram, WritesAMapAndItsGeometry) {
     EXPECT_EQ(plain.Output() + plain.Errors(), "");
     EXPECT_EQ(folder.Content("MAP_600.5.BMP").size(), MapBytes);
     EXPECT_EQ(folder.Content("MAP_600.5.dat"), "Radius: 600.5\nLongitude: 9\nLatitude: 48.2\n");
-
-    std::filesystem::create_directory(folder / "sub");
-    RunningProgram named(
-        "veltrix-map", {"--latitude", "-41", "--longitude", "-180", "--output", "sub/Nz.bmp"}, folder.Text());
-    EXPECT_EQ(named.Wait(), 0) << named.Errors();
-    EXPECT_EQ(folder.Content("sub/Nz.bmp").size(), MapBytes);
-    EXPECT_EQ(folder.Content("sub/Nz.dat"), "Radius: 2000\nLongitude: -180\nLatitude: -41\n");
 }
 
 TEST(MapProgram, AnswersWrongUseWithOneLine) {
     const ScratchFolder folder;
     const std::tuple<std::vector<std::string>, int, const char*> table[] = {
         {{}, 64, "--latitude is missing"},
-        {{"--latitude", "50"}, 64, "--longitude is missing"},
         {{"--latitude"}, 64, "--latitude needs a value"},
-        {{"--latitude", "90", "--longitude", "0"}, 64, "-89.99 to 89.99"},
         {{"--latitude", "50N", "--longitude", "0"}, 64, "not '50N'"},
         {{"--latitude", "50", "--longitude", "nan"}, 64, "-180 to 180"},
-        {{"--latitude", "50", "--longitude", "0", "--radius", "10"}, 64, "50 to 9000"},
         {{"--latitude", "50", "--longitude", "0", "--output", "map.png"}, 64, "ends in .BMP"},
         {{"--latitude", "50", "--longitude", "0", "--colour"}, 64, "unknown option '--colour'"},
-        {{"--latitude", "50", "--longitude", "0", "map.bmp"}, 64, "unknown option 'map.bmp'"},
         {{"--latitude", "50", "--longitude", "0", "--output", "missing/m.bmp"}, 1, "m.bmp"},
     };
     for (const auto& [arguments, code, says] : table) {

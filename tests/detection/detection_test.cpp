@@ -50,7 +50,6 @@ struct Scopes final : ScopeFeed {
     int drawing = 0;
 };
 
-/// A detector that keeps its pulses.
 struct Bench final : PulseReceiver {
     std::vector<Pulse> pulses;
     NoiseControl noise;

@@ -14,7 +14,6 @@ namespace veltrix {
 namespace {
 
 constexpr int Size = 60;
-constexpr std::int64_t Minute = 60000;
 
 struct DotsTest : testing::Test {
     PlainGlyphs glyphs;
@@ -30,34 +29,7 @@ struct DotsTest : testing::Test {
         clean.SetPicture(map);
     }
     void Strike(double x, double y) { dots.MapUpdatePlot(picture, clean, x, y, true); }
-    void Tick() { dots.MapUpdatePlot(picture, clean, 0, 0, false); }
 };
-
-TEST_F(DotsTest, ADotFadesIntoTheMap) {
-    constexpr ColourValue Bright = Rgb(90, 200, 10);
-    Background([](int x, int) { return x < 30 ? Black : Bright; });
-    dots.Age = 59;
-    Strike(10, 20);
-    Strike(40, 20);
-    Strike(50, 50);  // stays the newest
-    const std::tuple<int, ColourValue, ColourValue> ages[] = {
-        {0, White, White},
-        {20, Yellow, Rgb(255, 255, 10)},
-        {40, Red, Rgb(255, 200, 10)},
-        {50, Rgb(127, 0, 0), Rgb(127, 200, 10)},
-        {59, Rgb(12, 0, 0), Bright},
-        {60, Black, Bright},
-    };
-    int minute = 0;
-    for (const auto& [age, onBlack, onBright] : ages) {
-        for (; minute < age; ++minute) clock.Advance(Minute);
-        Tick();
-        EXPECT_EQ(picture.Point(10, 20), onBlack) << age;
-        EXPECT_EQ(picture.Point(40, 20), onBright) << age;
-    }
-    Strike(20, 50);
-    EXPECT_EQ(picture.Point(50, 50), White) << "made at the last tick";
-}
 
 TEST_F(DotsTest, ThePenGivesBackWhatItStoodOn) {
     Background([](int x, int y) { return Rgb(x, y, 77); });
@@ -71,14 +43,6 @@ TEST_F(DotsTest, ThePenGivesBackWhatItStoodOn) {
     for (const double x : {59.0, 60.0, 2147483647.0, 40.0}) Strike(x, x);
     for (const auto& [x, y] : {std::pair{21, 30}, {21, 31}, {20, 31}, {58, 59}, {59, 58}})
         EXPECT_EQ(picture.Point(x, y), Rgb(x, y, 77));
-}
-
-TEST_F(DotsTest, TheOldestOf2000DotsGivesTheMapBack) {
-    dots.Age = 1440;
-    for (int strike = 0; strike < 1999; ++strike) Strike(strike == 0 ? 5 : 30, 5);
-    EXPECT_EQ(picture.Point(5, 5), White) << "slot 1998";
-    Strike(30, 5);
-    EXPECT_EQ(picture.Point(5, 5), Black) << "slot 1999";
 }
 
 TEST_F(DotsTest, ARebuildTakesDotsUpToBothBordersInclusive) {

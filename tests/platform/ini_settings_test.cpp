@@ -23,14 +23,12 @@ struct IniSettings : ::testing::Test {
     ScratchFolder folder;
     std::string path = folder.Text() + "/settings.ini";
 
-    /// A store as after a restart.
     IniSettingsStore Store() const { return IniSettingsStore(path); }
     std::string Text() const { return folder.Content("settings.ini"); }
     void Edit(std::string_view text) const { folder.Put("settings.ini", text); }
     std::string Get(std::string_view section, std::string_view key) const {
         return Store().GetSetting(section, key, "(none)");
     }
-    /// How many files stand in the folder.
     std::ptrdiff_t Files() const { return std::distance(fs::directory_iterator(folder.Path()), {}); }
 };
 

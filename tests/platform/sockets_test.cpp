@@ -79,7 +79,6 @@ struct SocketsContract : WithEvents, ::testing::WithParamInterface<bool> {
         for (int milliseconds = 0; milliseconds < 10000 && !condition(); ++milliseconds) manual.Run(1);
         return condition();
     }
-    /// Lets whatever is on its way happen.
     void Settle() {
         const auto end = std::chrono::steady_clock::now() + 50ms;
         Wait([&] { return std::chrono::steady_clock::now() > end; });
@@ -226,7 +225,11 @@ TEST_P(SocketsContract, ARequestIsHeldWithItsDataForAnySocket) {
     server.Listen();
 }
 
-TEST_P(SocketsContract, OfMoreThan64RequestsTheOldestIsGivenUp) {
+/// The limits, which the network in memory does not have.
+struct SocketLimits : SocketsContract {};
+INSTANTIATE_TEST_SUITE_P(OnQt, SocketLimits, ::testing::Values(false));
+
+TEST_P(SocketLimits, OfMoreThan64RequestsTheOldestIsGivenUp) {
     std::deque<Peer> clients;
     while (clients.size() < 66) {
         clients.emplace_back(At(2)).socket->Connect(AddressOf(1), Port);
@@ -237,7 +240,7 @@ TEST_P(SocketsContract, OfMoreThan64RequestsTheOldestIsGivenUp) {
     EXPECT_TRUE(server.socket->Accept(listener.requests[2]));
 }
 
-TEST_P(SocketsContract, APeerThatDoesNotReadCostsWholeTextsOnly) {
+TEST_P(SocketLimits, APeerThatDoesNotReadCostsWholeTextsOnly) {
     Join();
     client.isReading = false;
     constexpr std::size_t Length = 60000, Count = 600;

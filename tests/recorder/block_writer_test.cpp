@@ -18,7 +18,6 @@ using namespace std::chrono_literals;
 
 struct BlockWriterTest : testing::Test {
     BlockWriterTest() { Begin(); }
-    /// Begins anew, with an empty folder.
     void Begin() {
         fs::remove_all(ram);
         fs::create_directory(ram);

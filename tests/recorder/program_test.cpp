@@ -50,7 +50,6 @@ TEST(SourceChoice, EnvironmentGoesBeforeTheFile) {
 }
 
 struct SndInput : testing::Test {
-    /// A recorder in the folder, with a source.
     struct Recorder : RunningProgram {
         Recorder(const ScratchFolder& folder, const std::string& source,
                  const std::vector<std::string>& arguments = {"/maxsize=128K"})

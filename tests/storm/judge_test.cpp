@@ -63,29 +63,10 @@ struct Night {
     }
 };
 
-TEST(Judge, FindsEveryStrikeAcrossClockErrorsWrapsAndLateStarts) {
-    const Night night;
-    const auto all = night.strikes.size();
-    ASSERT_GT(all, 150U);
-    const Judgement found = Judge(night.scenario, night.Reports());
-    EXPECT_EQ(found.strikes, all);
-    EXPECT_NEAR(static_cast<double>(found.from - night.starts[0]), 0, 1e6) << "since both listen";
-    for (const Judgement::Detected& detected : found.detected) {
-        EXPECT_TRUE(detected.isInStep) << detected.station;
-        EXPECT_EQ(detected.strikes, all) << detected.station;
-        EXPECT_EQ(detected.noStrike, 0U) << detected.station;
-    }
-    EXPECT_EQ(found.paired.at(0).strikes, all);
-    EXPECT_EQ(found.paired.at(0).wrong, 0U);
-    EXPECT_EQ(found.located, all);
-    // The errors are 0, 1, 2 ... km by another geodesic.
-    EXPECT_NEAR(found.errors.median, static_cast<double>(all - 1) * 0.5, 0.001);
-    EXPECT_NEAR(found.errors.most, static_cast<double>(all - 1) * 0.9, 0.001);
-}
-
 TEST(Judge, TellsWrongLinesFromRightOnesAndOtherRunsFromThisOne) {
     const Night night;
     const auto all = night.strikes.size();
+    ASSERT_GT(all, 150U);
     Evidence reports = night.Reports();
     // Triggers of nothing, an earlier run with another count, and a strike after the end.
     std::vector<DetectionLine>& log = reports.heard[0].log;
@@ -106,14 +87,21 @@ TEST(Judge, TellsWrongLinesFromRightOnesAndOtherRunsFromThisOne) {
     reports.fixes.back().remote = "C";
     reports.fixes[1].sample += 400;  // 18 ms
     const Judgement found = Judge(night.scenario, reports);
+    EXPECT_EQ(found.strikes, all);
+    EXPECT_NEAR(static_cast<double>(found.from - night.starts[0]), 0, 1e6) << "since both listen";
+    EXPECT_TRUE(found.detected.at(0).isInStep && found.detected.at(1).isInStep);
     EXPECT_EQ(found.detected.at(0).strikes, all - 20);
     EXPECT_EQ(found.detected.at(0).noStrike, 2U);
     EXPECT_EQ(found.detected.at(1).strikes, all);
+    EXPECT_EQ(found.detected.at(1).noStrike, 0U);
     EXPECT_EQ(found.paired.at(0).strikes, all - 2);
     EXPECT_EQ(found.paired.at(0).wrong, 2U);
     EXPECT_EQ(found.located, all - 1);
     EXPECT_EQ(found.noStrike, 1U);
     EXPECT_EQ(found.errors.fixes, all);
+    // The errors are 0, 2, 3, 4 ... km by another geodesic, and one of 3000.
+    EXPECT_NEAR(found.errors.median, static_cast<double>(all - 1) * 0.5 + 1, 0.001);
+    EXPECT_NEAR(found.errors.most, static_cast<double>(all - 1) * 0.9 + 1, 0.001);
     ASSERT_EQ(found.locatedWith.size(), 2U);
     EXPECT_NEAR(found.locatedWith[1].errors.median, 3000, 0.001);
     const std::string text = JudgementText(found);
@@ -140,14 +128,6 @@ TEST(Judge, SaysThatALogFitsNoStrikes) {
 TEST(StationReport, ReadsTheLinesOfAStationAndRefusesOthers) {
     const auto noon = [](UtcTime local) { return local - 7200 * Second; };
     const UtcTime written = ParseUtc("2026-11-21T04:30:12Z").value();
-    const auto log = ReadStrikeLog({"2026/11/21 06:30:12,123.4,0000678901,-045.3,000000042\r\n"
-                                    "2026/11/21 06:30:12,123.4,2099999999,-045.3,000000042",
-                                    "log"},
-                                   noon);
-    ASSERT_EQ(log.size(), 2U);
-    EXPECT_EQ(log[0].written, written);
-    EXPECT_EQ(log[0].sample, 678901);
-    EXPECT_EQ(log[1].sample, 2099999999);
     const auto pairs = ReadCorrelationLog(
         {"2026-11-21 06:30:12, 123.4, 080.0, 043.4, -12.5, -12.25, 0.31, 678901, 678000.5, \n", "corr"},
         noon);

@@ -21,15 +21,11 @@
 
 namespace veltrix {
 
-/// Keeps the contract of Sockets. Whatever happens on the network happens one step a millisecond after what
-/// causes it: to resolve a host, to begin to connect and to connect take a step each, and so do sent bytes.
+/// Keeps the contract of Sockets, but for its limits: nothing is dropped or given up here. Whatever happens
+/// on the network happens one step a millisecond after what causes it: to resolve a host, to begin to connect
+/// and to connect take a step each, and so do sent bytes.
 class MemoryNetwork {
   public:
-    static constexpr std::size_t MostReceived = 65536;  ///< of a socket that does not read
-    static constexpr std::size_t MostUnsent = 1 << 20;
-    static constexpr std::size_t MostRequests = 64;
-    static constexpr int Patience = 60000;  ///< of a request that is held, in ms
-
     /// REQUIRES that the loop outlives this object.
     explicit MemoryNetwork(ManualLoop& loop) : loop_(loop), timer_(loop.MakeTimer([this] { Step(); })) {
         timer_->SetInterval(1);
@@ -64,11 +60,6 @@ class MemoryNetwork {
     struct Link {
         std::array<End, 2> ends;  // the connecting one first
     };
-    struct Held {
-        ConnectionRequest request;
-        std::shared_ptr<Link> link;
-        std::unique_ptr<Timer> timer;
-    };
 
     struct Host final : Sockets {
         Host(MemoryNetwork& itsNetwork, std::string itsAddress)
@@ -83,30 +74,19 @@ class MemoryNetwork {
             return found == sockets.end() ? nullptr : *found;
         }
         ConnectionRequest Hold(std::shared_ptr<Link> link) {
-            if (held.size() >= MostRequests) GiveUp(held.front().request);
-            const ConnectionRequest request = ++lastRequest;
-            auto timer = network.loop_.MakeTimer([this, request] { GiveUp(request); });
-            timer->SetInterval(Patience);
-            timer->SetEnabled(true);
-            held.push_back({request, std::move(link), std::move(timer)});
-            return request;
+            held.emplace(++lastRequest, std::move(link));
+            return lastRequest;
         }
-        /// The connection of a request; null when it was given up, or taken before.
+        /// The connection of a request; null when it was taken before.
         std::shared_ptr<Link> Take(ConnectionRequest request) {
-            const auto found = std::ranges::find(held, request, &Held::request);
-            if (found == held.end()) return nullptr;
-            std::shared_ptr<Link> link = std::move(found->link);
-            held.erase(found);
-            return link;
-        }
-        void GiveUp(ConnectionRequest request) {
-            if (const auto link = Take(request)) network.CloseEnd(link, 1);
+            const auto found = held.extract(request);
+            return found ? std::move(found.mapped()) : nullptr;
         }
 
         MemoryNetwork& network;
         std::string address;
         std::vector<HostSocket*> sockets;
-        std::deque<Held> held;
+        std::map<ConnectionRequest, std::shared_ptr<Link>> held;
         ConnectionRequest lastRequest = 0;
     };
 
@@ -151,15 +131,11 @@ class MemoryNetwork {
         }
         void SendData(std::string_view text) override {
             Require(SocketState::Connected);
-            if (text.empty() || Own().unsent.size() + text.size() > MostUnsent) return;
+            if (text.empty()) return;
             Own().unsent += text;
             network.PostMove(link, side);
         }
-        std::string GetData() override {
-            if (!link) return {};
-            network.PostMove(link, 1 - side);
-            return std::exchange(Own().arrived, {});
-        }
+        std::string GetData() override { return link ? std::exchange(Own().arrived, {}) : ""; }
         void Close() override {
             LetGo();
             state = SocketState::Closed;
@@ -264,19 +240,16 @@ class MemoryNetwork {
     void PostMove(const std::shared_ptr<Link>& link, std::size_t from) {
         Post([this, link, from] { Move(*link, from); });
     }
-    /// Brings what one end has sent to the other, as far as there is room, and then its close.
+    /// Brings what one end has sent to the other, and then its close.
     void Move(Link& link, std::size_t from) {
         End& sender = link.ends[from];
         End& receiver = link.ends[1 - from];
-        const bool isLost = receiver.isClosed;
-        const std::size_t room = isLost ? MostUnsent : MostReceived - receiver.arrived.size();
-        const std::size_t count = std::min(room, sender.unsent.size());
-        if (!isLost) receiver.arrived += sender.unsent.substr(0, count);
-        if (!isLost && count > 0) receiver.hasNews = true;
-        sender.unsent.erase(0, count);
+        const std::string sent = std::exchange(sender.unsent, {});
+        if (!receiver.isClosed) receiver.arrived += sent;
+        receiver.hasNews = receiver.hasNews || (!receiver.isClosed && !sent.empty());
         if (receiver.owner && std::exchange(receiver.hasNews, false))
             HostSocket::Tell(receiver.owner->OnDataArrival);
-        if (count > 0 && sender.unsent.empty() && sender.owner)
+        if (!sent.empty() && sender.unsent.empty() && sender.owner)
             HostSocket::Tell(sender.owner->OnSendComplete);
         const bool isEnd = sender.isClosed && sender.unsent.empty();
         if (!isEnd || !receiver.owner || std::exchange(receiver.knowsOfClose, true)) return;
