@@ -83,6 +83,15 @@ sleep "$map_seconds"
 ctl click Picture1 left
 ctl set SSTab1 Sync
 shot map
+ctl click 'Picture7(1)'
+ctl set SSTab1 Gyrel
+ctl set SSTab3 Calib
+ctl set SSTab4 'Drag && Drop'
+ctl set OptionCalibRemote 1
+ctl set OptionCalibrateAngle 1
+ctl mouse Picture4 down 330 300
+ctl mouse Picture4 up 333 297
+shot calibration
 ctl quit
 wait "$veltrix"
 veltrix=""
