@@ -45,7 +45,7 @@ void Calibration::Start() {
     bStarted_ = true;
     cmdClearpSD.OnClick = [this](MouseButton) { ForChosen([this](Side side) { Clear(side); }); };
     cmdUndopSD.OnClick = [this](MouseButton) { ForChosen([this](Side side) { Undo(side); }); };
-    dRemoteCorrectionAngle = Selected().dCorrectionAngle;
+    dRemoteCorrectionAngle = network_.Selected().dCorrectionAngle;
 }
 
 Calibration::Side Calibration::Local() {
@@ -60,7 +60,7 @@ Calibration::Side Calibration::Local() {
 }
 
 Calibration::Side Calibration::Remote() {
-    return {Selected(),
+    return {network_.Selected(),
             OptionCalibRemote,
             txtCorrectionAngle,
             dRemoteCorrectionAngle,
@@ -159,7 +159,7 @@ void Calibration::BendTable(Side side, const CalibrationTurn& turn) {
 }
 
 void Calibration::ShowCorrections() {
-    dRemoteCorrectionAngle = Selected().dCorrectionAngle;
+    dRemoteCorrectionAngle = network_.Selected().dCorrectionAngle;
     txtLocalCorrectionAngle.SetText(FormatNeutral(dLocalCorrectionAngle, CorrectionMask));
     txtCorrectionAngle.SetText(FormatNeutral(dRemoteCorrectionAngle, CorrectionMask));
     txtAngularSeparation.SetText(FormatNeutral(settings_.Number("txtAngularSeparation"), CorrectionMask));
@@ -170,12 +170,12 @@ void Calibration::DrawCalibrationCurves() {
     if (SSTab3.Lines().front() != CalibrationTab || SSTab4.Lines().front() != DragTab) return;
     Surface& surface = PicpSD.surface;
     surface.Cls();
-    LblpSD.SetCaption(Selected().pSDdat);
+    LblpSD.SetCaption(network_.Selected().pSDdat);
     const auto plot = [&surface](const ClassMapper& mapper, int a, ColourValue colour) {
         surface.PSet(a, mapper.pSD.DestinToSource(static_cast<float>(a)) - a, colour);
     };
     for (int a = 0; a <= CurveEnd; a += CurveStep) {
-        plot(Selected(), a, Red);
+        plot(network_.Selected(), a, Red);
         plot(network_.mappers.Local(), a, Green);
         surface.PSet(a, 0, White);
     }

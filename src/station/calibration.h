@@ -67,7 +67,6 @@ class Calibration final : public LocalCalibration {
         std::int16_t& iDragged;
     };
 
-    ClassMapper& Selected() { return network_.mappers[network_.selection.MapperIndex]; }
     Side Local();
     Side Remote();
     void Take(Side side);

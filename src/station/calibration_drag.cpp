@@ -13,26 +13,22 @@ void ShowOffset(TextBox& dX, TextBox& dY, const MarkOffset& offset) {
 
 }  // namespace
 
-CalibrationDrag::CalibrationDrag(FormControls& controls, StationNetwork& network, Calibration& calibration)
-    : network_(network),
+CalibrationDrag::CalibrationDrag(FormControls& controls, const Selection& selection, const MapMarks& marks,
+                                 Calibration& calibration)
+    : selection_(selection),
+      marks_(marks),
       calibration_(calibration),
-      Picture6(controls.Mark("Picture6")),
       local_{controls.Check("OptionCalibLocal"), controls.Text("txtLocalDx"),  controls.Text("txtLocaldY"),
              controls.Text("txtLocaldA"),        controls.Text("txtLocalddA"), "lA:"},
       remote_{controls.Check("OptionCalibRemote"), controls.Text("txtRemotedX"),
               controls.Text("txtRemotedY"),        controls.Text("txtRemotedA"),
               controls.Text("txtRemoteddA"),       "rA:"} {}
 
-const Marker& CalibrationDrag::SelectedMark() const {
-    const std::int16_t row = network_.selection.MapperIndex;
-    return row == 0 ? Picture6 : *network_.mappers[row].Picture7;
-}
-
 void CalibrationDrag::Picture4_MouseDown(double x, double y) {
     dDownX_ = x;
     dDownY_ = y;
-    Press(local_, Picture6, x, y);
-    Press(remote_, SelectedMark(), x, y);
+    Press(local_, marks_.MarkOf(0), x, y);
+    Press(remote_, marks_.MarkOf(selection_.MapperIndex), x, y);
 }
 
 void CalibrationDrag::Press(Side& side, const Marker& mark, double x, double y) {
@@ -43,8 +39,8 @@ void CalibrationDrag::Press(Side& side, const Marker& mark, double x, double y) 
 }
 
 void CalibrationDrag::Picture4_MouseUp(double x, double y) {
-    const CalibrationTurn local = Release(local_, remote_, Picture6, x, y);
-    const CalibrationTurn remote = Release(remote_, local_, SelectedMark(), x, y);
+    const CalibrationTurn local = Release(local_, remote_, marks_.MarkOf(0), x, y);
+    const CalibrationTurn remote = Release(remote_, local_, marks_.MarkOf(selection_.MapperIndex), x, y);
     // A click would else take the undo of the drag before away.
     const bool bClick = x == dDownX_ && y == dDownY_ && (local_.chosen.Checked() || remote_.chosen.Checked());
     if (!bClick) calibration_.Turn(local, remote);

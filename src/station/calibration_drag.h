@@ -3,6 +3,7 @@
 
 #include "location/calibration_turn.h"
 #include "station/calibration.h"
+#include "station/station_marks.h"
 
 namespace veltrix {
 
@@ -11,7 +12,8 @@ namespace veltrix {
 /// of the press turns nothing. Owned by the form.
 class CalibrationDrag {
   public:
-    CalibrationDrag(FormControls& controls, StationNetwork& network, Calibration& calibration);
+    CalibrationDrag(FormControls& controls, const Selection& selection, const MapMarks& marks,
+                    Calibration& calibration);
 
     /// The left button went down there on the map.
     void Picture4_MouseDown(double x, double y);
@@ -31,14 +33,13 @@ class CalibrationDrag {
         double dDownAngle = 0;
     };
 
-    const Marker& SelectedMark() const;
     static void Press(Side& side, const Marker& mark, double x, double y);
     static CalibrationTurn Release(const Side& side, const Side& other, const Marker& mark, double x,
                                    double y);
 
-    StationNetwork& network_;
+    const Selection& selection_;
+    const MapMarks& marks_;
     Calibration& calibration_;
-    const Marker& Picture6;
     Side local_;
     Side remote_;
     double dDownX_ = 0;

@@ -30,7 +30,7 @@ void CalibrationOverlay::Show(bool bCalibrating) {
 }
 
 bool CalibrationOverlay::Place() {
-    const ClassMapper& station = network_.mappers[network_.selection.MapperIndex];
+    const ClassMapper& station = network_.Selected();
     const double width = Picture4.ScaleWidth();
     const double height = Picture4.ScaleHeight();
     const double x = RoundTiesToEven(station.RemoteX);

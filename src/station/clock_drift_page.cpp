@@ -22,7 +22,7 @@ ClockDriftPage::ClockDriftPage(FormControls& controls, Files& files, StationNetw
 
 void ClockDriftPage::Show() {
     const double local = network_.mappers.Local().dClock;
-    const double remote = network_.mappers[network_.selection.MapperIndex].dClock;
+    const double remote = network_.Selected().dClock;
     ShowWhole(txtLocalClockDrift, local);
     ShowWhole(txtRemoteClockDrift, remote);
     ShowWhole(txtDiffLocalRemote, local - remote);

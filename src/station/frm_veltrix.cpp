@@ -69,7 +69,7 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
       markDrag_(location_.marks),
       markCommands_(controls_, platform_.store, network_, location_.marks, markDrag_,
                     [this] { FollowSelection(); }),
-      calibrationDrag_(controls_, network_, location_.calibration),
+      calibrationDrag_(controls_, network_.selection, location_.marks, location_.calibration),
       calibrationOverlay_(controls_, network_),
       clockDrift_(controls_, platform_.files, network_),
       publishing_(Published()),
@@ -107,7 +107,7 @@ void FrmVeltrix::Form_Initialize() {
                    [&] { platform_.files.MakeFolder("pSD"); }, [&] { network_.Start(); },
                    [&] { location_.Start(); }, [&] { commands_.Start(); }, [&] { markCommands_.Start(); },
                    [&] {
-                       if (network_.mappers[network_.selection.MapperIndex].MapperActive()) ShowStation();
+                       if (network_.Selected().MapperActive()) ShowStation();
                    },
                    [&] { BindHousekeeping(); }, [&] { OpenTabs(); },
                    [&] {

@@ -76,7 +76,7 @@ void Housekeeping::Timer3_Timer() {
 
 /// The direction from home to the selected station on the flat map.
 void Housekeeping::AngleOnMap() {
-    ClassMapper& row = network_.mappers[network_.selection.MapperIndex];
+    ClassMapper& row = network_.Selected();
     const double dX = row.RemoteX - network_.mappers.HomeX;
     const double dY = row.RemoteY - network_.mappers.HomeY;
     if (dX == 0) {
@@ -93,7 +93,7 @@ void Housekeeping::AngleOnMap() {
 void Housekeeping::AngleOnGlobe() {
     ClassMapper& local = network_.mappers.Local();
     if (local.MapLongitude == 0 || local.MapLatitude == 0) return;
-    ClassMapper& row = network_.mappers[network_.selection.MapperIndex];
+    ClassMapper& row = network_.Selected();
     const HomeStation home = home_();
     const BearingPair bearings =
         CalcBearings(home.HomeLatitude, home.HomeLongitude, row.Latitude, row.Longitude);
@@ -124,8 +124,7 @@ void Housekeeping::OnlineMinute() {
 
 /// Takes over what others have written. A failure leaves the names behind it to the next minute.
 void Housekeeping::TakeChangedFiles() {
-    const std::string MapFilenamePicture4 =
-        network_.mappers[network_.selection.MapperIndex].MapFilenamePicture4;
+    const std::string MapFilenamePicture4 = network_.Selected().MapFilenamePicture4;
     bool bDrawn = false;
     const auto drawMap = [&] {
         if (!std::exchange(bDrawn, true)) Run(jobs.MapInit);

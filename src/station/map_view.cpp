@@ -48,14 +48,10 @@ MapView::MapView(const Parts& parts)
               {"Frame2", "File3", "txtMapFilename", "cmdClearPicture4", "cmdCancel", "MapFilenamePicture4"}),
       maker_(parts.platform) {}
 
-ClassMapper& MapView::Selected() {
-    return parts_.network.mappers[parts_.network.selection.MapperIndex];
-}
-
 void MapView::Start() {
     dialog_.Start(
         [this] {
-            Selected().MapFilenamePicture4 = dialog_.Chosen();
+            parts_.network.Selected().MapFilenamePicture4 = dialog_.Chosen();
             MapInit();
         },
         [this] { Clear(); });
@@ -69,7 +65,7 @@ void MapView::Start() {
 
 void MapView::Load() {
     // The choice kept is that of the station that is selected.
-    if (!dialog_.Chosen().empty()) Selected().MapFilenamePicture4 = dialog_.Chosen();
+    if (!dialog_.Chosen().empty()) parts_.network.Selected().MapFilenamePicture4 = dialog_.Chosen();
     bLoaded_ = true;
     SkippingErrors([this] { maker_.WriteDefaultMap(); },
                    [this] { parts_.recent.LoadpMA(parts_.platform.files, parts_.platform.clock.Now()); },
@@ -91,7 +87,7 @@ void MapView::MapInit() {
 
 void MapView::DrawOnce(FailureHandler& failures) {
     bDrawAgain_ = false;
-    ClassMapper& mapper = Selected();
+    ClassMapper& mapper = parts_.network.Selected();
     const std::string file = mapper.MapFilenamePicture4;
     if (file.size() > LongestNoName) mapper.DatFilenamePicture4 = GeometryName(file);
     RunSteps(
@@ -157,7 +153,7 @@ void MapView::Clear() {
 
 /// Back to the built-in map and its geometry.
 void MapView::Reset() {
-    Selected().DatFilenamePicture4.clear();
+    parts_.network.Selected().DatFilenamePicture4.clear();
     SkippingErrors([this] { Picture4.surface.SetPicture(maker_.BuiltInMap()); });
     dialog_.Choose("", "cmdReset_Click");
 }

@@ -47,7 +47,7 @@ class MapView {
     void Tick();
 
     /// The map of the selected station is that of the next start.
-    void KeepSelectedMap() { dialog_.Keep(Selected().MapFilenamePicture4); }
+    void KeepSelectedMap() { dialog_.Keep(parts_.network.Selected().MapFilenamePicture4); }
 
     void OpenFrame2() { dialog_.Open(); }
 
@@ -60,7 +60,6 @@ class MapView {
     void Clear();
     void Reset();
     void MakeStationMap();
-    ClassMapper& Selected();
 
     Parts parts_;
     PictureBox& Picture4;

@@ -49,7 +49,7 @@ bool PairMatching::MapUpdateAll(Pulse& pulse, bool bRealTime, Located& located, 
             },
             [&] { MapUpdateOne(i, pulse, bRealTime, located, bDoNotPlot); }, [&] { ShowCorrelator(i); },
             [&] {
-                const bool bSelected = &MapperOf(i) == &network_.mappers[network_.selection.MapperIndex];
+                const bool bSelected = &MapperOf(i) == &network_.Selected();
                 if (located.bLocated && bSelected &&
                     MapperOf(i).Corr.Median.VarianceMean() < ClassCorrelator::WidestVariance)
                     OptionScan.SetValue(0);

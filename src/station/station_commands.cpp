@@ -51,7 +51,7 @@ void StationCommands::Start() {
                                            ClassCorrelator::FarthestPreDrift))
             return;
         txtClockDrift.SetText(GeneralNumber(number.value));
-        network_.mappers[network_.selection.MapperIndex].Corr.SetPreDrift(number.value);
+        network_.Selected().Corr.SetPreDrift(number.value);
     };
 }
 
@@ -59,7 +59,7 @@ void StationCommands::Start() {
 /// there. What the list knows is newer.
 void StationCommands::TakeStoredHost() {
     const std::string host = platform_.store.GetSetting("Setting", "RemoteHost", "");
-    ClassMapper& row = network_.mappers[network_.selection.MapperIndex];
+    ClassMapper& row = network_.Selected();
     if (!host.empty() && !row.MapperActive()) row.sIP = host;
 }
 
@@ -70,7 +70,7 @@ void StationCommands::txtRemoteHost_Change() {
 }
 
 void StationCommands::ShowStation() {
-    const ClassMapper& row = network_.mappers[network_.selection.MapperIndex];
+    const ClassMapper& row = network_.Selected();
     controls_.List("cmbRemoteHost").SetListIndex(network_.selection.MapperIndex - 1);
     txtRemoteHost.SetText(row.sIP);
     txtClockDrift.SetText(GeneralNumber(IntegerPart(row.Corr.dPreDrift)));

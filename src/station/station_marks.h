@@ -35,6 +35,9 @@ class MapMarks final : public StationMarks {
     /// that is shown, and where the station is on the map follows. REQUIRES 0 <= row <= 100.
     void MoveMark(std::int16_t row, double left, double top);
 
+    /// The mark of a row, 0 being the local station. REQUIRES 0 <= row <= 100.
+    Marker& MarkOf(std::int16_t row) const;
+
     /// Draws the rings around the local station, and those around a row's station onto Picture4; in the
     /// second pass only where a client socket is busy with it or connected to it. REQUIRES 1 <= row <= 100,
     /// and that the marks are placed.
@@ -49,7 +52,6 @@ class MapMarks final : public StationMarks {
     void ShowStationInfo(std::int16_t row);
 
   private:
-    Marker& MarkOf(std::int16_t row) const;
     std::string SectionOf(std::int16_t row) const;
     void TakePlaceOf(std::int16_t row);
     void PlaceHome();

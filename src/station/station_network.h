@@ -24,6 +24,9 @@ struct StationNetwork {
     /// Saves the ties of the client sockets, and closes all sockets.
     void End();
 
+    /// The row of the selected station.
+    ClassMapper& Selected() { return mappers[selection.MapperIndex]; }
+
     Mappers mappers;
     StationSockets sockets;
     Selection selection;
