@@ -11,6 +11,7 @@
 #include <system_error>
 #include <vector>
 
+#include "common/arguments.h"
 #include "common/letter_case.h"
 #include "platform/qt/picture_head.h"
 #include "platform/qt/whole_file.h"
@@ -35,10 +36,6 @@ constexpr const char* Help =
     "Exit code 0; 1 when a file is no bitmap, or cannot be read or written; 64 for a wrong\n"
     "command line.\n";
 
-struct WrongUse {
-    std::string text;
-};
-
 std::vector<std::filesystem::path> NamesOf(const std::vector<std::string>& arguments) {
     std::vector<std::filesystem::path> names;
     bool areNames = false;
@@ -47,8 +44,7 @@ std::vector<std::filesystem::path> NamesOf(const std::vector<std::string>& argum
             areNames = true;
             continue;
         }
-        if (!areNames && argument.starts_with("-"))
-            throw WrongUse{"unknown option '" + argument + "'; --help lists them"};
+        if (!areNames && argument.starts_with("-")) RefuseOption(argument);
         names.emplace_back(argument);
         if (!EqualIgnoringCase(names.back().extension().string(), ".bmp"))
             throw WrongUse{"'" + argument + "' does not end in .bmp"};

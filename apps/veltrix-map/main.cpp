@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -11,6 +10,7 @@
 
 #include "cartography/map_files.h"
 #include "cartography/map_painter.h"
+#include "common/arguments.h"
 #include "common/failure.h"
 #include "common/letter_case.h"
 #include "common/neutral_text.h"
@@ -40,24 +40,10 @@ constexpr const char* Help =
     "\n"
     "Exit code 0; 1 when a file cannot be written; 64 for a wrong command line.\n";
 
-struct WrongUse {
-    std::string text;
-};
-
 struct Options {
     MapPlace place;
     std::filesystem::path output;
 };
-
-double NumberOf(const std::string& option, const std::string& text, double least, double most) {
-    double value = 0;
-    const char* const end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, value);
-    if (read.ec != std::errc() || read.ptr != end || !(value >= least && value <= most))
-        throw WrongUse{option + " takes a number from " + GeneralNumber(least) + " to " +
-                       GeneralNumber(most) + ", not '" + text + "'"};
-    return value;
-}
 
 std::filesystem::path OutputOf(const std::string& text) {
     std::filesystem::path output = text;
@@ -66,29 +52,22 @@ std::filesystem::path OutputOf(const std::string& text) {
     return output;
 }
 
-Options ReadOptions(const std::vector<std::string>& arguments) {
+Options ReadOptions(Arguments arguments) {
     std::optional<double> latitude;
     std::optional<double> longitude;
     Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        const std::size_t sign = argument.starts_with("--") ? argument.find('=') : std::string::npos;
-        const std::string name = argument.substr(0, sign);
-        const auto value = [&]() -> std::string {
-            if (sign != std::string::npos) return argument.substr(sign + 1);
-            if (i + 1 == arguments.size()) throw WrongUse{name + " needs a value"};
-            return arguments[++i];
-        };
+    while (arguments.Next()) {
+        const std::string name = arguments.Name();
         if (name == "--latitude")
-            latitude = NumberOf(name, value(), -MostMapLatitude, MostMapLatitude);
+            latitude = arguments.Number(-MostMapLatitude, MostMapLatitude);
         else if (name == "--longitude")
-            longitude = NumberOf(name, value(), -MostMapLongitude, MostMapLongitude);
+            longitude = arguments.Number(-MostMapLongitude, MostMapLongitude);
         else if (name == "--radius")
-            options.place.MapRadius = NumberOf(name, value(), LeastMapRadius, MostMapRadius);
+            options.place.MapRadius = arguments.Number(LeastMapRadius, MostMapRadius);
         else if (name == "--output")
-            options.output = OutputOf(value());
+            options.output = OutputOf(arguments.Value());
         else
-            throw WrongUse{"unknown option '" + argument + "'; --help lists them"};
+            RefuseOption(name);
     }
     if (!latitude) throw WrongUse{"--latitude is missing; --help tells more"};
     if (!longitude) throw WrongUse{"--longitude is missing; --help tells more"};
@@ -128,7 +107,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     try {
-        Run(argv[0], ReadOptions(arguments));
+        Run(argv[0], ReadOptions(Arguments(arguments)));
         return 0;
     } catch (const WrongUse& wrong) {
         std::fprintf(stderr, "veltrix-map: %s\n", wrong.text.c_str());

@@ -11,31 +11,12 @@ constexpr double LongestSeconds = 7 * 86400;
 
 }  // namespace
 
-bool Arguments::Next() {
-    if (next_ >= arguments_.size()) return false;
-    at_ = next_++;
-    return true;
-}
-
-std::string Arguments::Name() const {
-    const std::string& argument = arguments_[at_];
-    return IsOption() ? argument.substr(0, argument.find('=')) : argument;
-}
-
-std::string Arguments::Value() {
-    const std::string& argument = arguments_[at_];
-    const std::size_t sign = argument.find('=');
-    if (sign != std::string::npos) return argument.substr(sign + 1);
-    if (next_ >= arguments_.size()) throw WrongUse{argument + " needs a value"};
-    return arguments_[next_++];
-}
-
-void Arguments::TakeScenario(std::string& scenario) const {
+void StormArguments::TakeScenario(std::string& scenario) const {
     if (!scenario.empty()) throw WrongUse{"one scenario at a time, not '" + Name() + "', too"};
     scenario = Name();
 }
 
-double Arguments::Seconds() {
+double StormArguments::Seconds() {
     const std::string name = Name();
     const std::string text = Value();
     double value = 0;
@@ -46,7 +27,7 @@ double Arguments::Seconds() {
     return value;
 }
 
-UtcTime Arguments::Stamp() {
+UtcTime StormArguments::Stamp() {
     const std::string name = Name();
     const std::string text = Value();
     const std::optional<UtcTime> time = ParseUtc(text);
@@ -55,17 +36,13 @@ UtcTime Arguments::Stamp() {
     return *time;
 }
 
-std::pair<std::string, std::string> Arguments::NamedFile() {
+std::pair<std::string, std::string> StormArguments::NamedFile() {
     const std::string name = Name();
     const std::string text = Value();
     const std::size_t sign = text.find('=');
     if (sign == 0 || sign == std::string::npos || sign + 1 == text.size())
         throw WrongUse{name + ": '" + text + "' is not STATION=FILE"};
     return {text.substr(0, sign), text.substr(sign + 1)};
-}
-
-void RefuseOption(const std::string& name) {
-    throw WrongUse{"unknown option '" + name + "'; --help lists them"};
 }
 
 }  // namespace veltrix

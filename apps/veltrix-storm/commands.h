@@ -7,9 +7,9 @@
 namespace veltrix {
 
 /// Renders what a station hears to a sound file, and the truth about the storm to a table.
-void Render(Arguments arguments);
+void Render(StormArguments arguments);
 
 /// Prints what stations made of a storm, held against the truth.
-void JudgeStations(Arguments arguments);
+void JudgeStations(StormArguments arguments);
 
 }  // namespace veltrix

@@ -26,7 +26,7 @@ struct Options {
     double seconds = 0;
 };
 
-Options ReadOptions(Arguments& arguments) {
+Options ReadOptions(StormArguments& arguments) {
     Options options;
     while (arguments.Next()) {
         const std::string name = arguments.Name();
@@ -102,7 +102,7 @@ Evidence ReadEvidence(const Options& options, const Scenario& scenario) {
 
 }  // namespace
 
-void JudgeStations(Arguments arguments) {
+void JudgeStations(StormArguments arguments) {
     const Options options = ReadOptions(arguments);
     const Scenario scenario = LoadScenario(options.scenario);
     const std::string text = JudgementText(Judge(scenario, ReadEvidence(options, scenario)));

@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
     const bool judges = !words.empty() && words.front() == "judge";
     if (judges) words.erase(words.begin());
     try {
-        (judges ? JudgeStations : Render)(Arguments(std::move(words)));
+        (judges ? JudgeStations : Render)(StormArguments(std::move(words)));
         return 0;
     } catch (const WrongUse& wrong) {
         std::fprintf(stderr, "veltrix-storm: %s\n", wrong.text.c_str());

@@ -26,7 +26,7 @@ struct Options {
     std::string truth;
 };
 
-Options ReadOptions(Arguments& arguments) {
+Options ReadOptions(StormArguments& arguments) {
     Options options;
     while (arguments.Next()) {
         const std::string name = arguments.Name();
@@ -89,7 +89,7 @@ void WriteTruth(const Scenario& scenario, UtcTime from, double seconds, const st
 
 }  // namespace
 
-void Render(Arguments arguments) {
+void Render(StormArguments arguments) {
     const Options options = ReadOptions(arguments);
     const Scenario scenario = LoadScenario(options.scenario);
     const std::size_t station = scenario.StationIndex(options.station);

@@ -13,6 +13,7 @@ constexpr ColourValue Rgb(int red, int green, int blue) {
     return red + 256 * green + 65536 * blue;
 }
 
+/// The colours that the displays and marks draw with.
 inline constexpr ColourValue Black = Rgb(0, 0, 0);
 inline constexpr ColourValue Red = Rgb(255, 0, 0);
 inline constexpr ColourValue Green = Rgb(0, 255, 0);

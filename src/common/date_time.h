@@ -35,6 +35,7 @@ bool IsCalendarDate(const CalendarParts& parts);
 /// Days from 30 December 1899 to the first of January 1970, where other clocks of computers begin.
 inline constexpr DateTime UnixEpoch = 25569.0;
 
+/// Seconds of a day; days of other lengths do not exist here.
 inline constexpr double SecondsPerDay = 86400.0;
 
 }  // namespace veltrix

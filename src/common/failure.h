@@ -9,12 +9,12 @@ namespace veltrix {
 
 /// Error numbers, in the numbering that the error log and its readers know.
 namespace errors {
-inline constexpr int InvalidCall = 5;  ///< an argument outside a function's domain, such as ln 0
-inline constexpr int Overflow = 6;     ///< a value that does not fit its type; also 0 / 0
-inline constexpr int OutOfRange = 9;   ///< an index outside an array
-inline constexpr int DivisionByZero = 11;
-inline constexpr int TypeMismatch = 13;  ///< a text that is no date-time
-inline constexpr int Internal = 51;
+inline constexpr int InvalidCall = 5;      ///< an argument outside a function's domain, such as ln 0
+inline constexpr int Overflow = 6;         ///< a value that does not fit its type; also 0 / 0
+inline constexpr int OutOfRange = 9;       ///< an index outside an array
+inline constexpr int DivisionByZero = 11;  ///< a number other than 0 by 0
+inline constexpr int TypeMismatch = 13;    ///< a text that is no date-time
+inline constexpr int Internal = 51;        ///< a part of the program itself does not work
 inline constexpr int FileNotFound = 53;
 inline constexpr int DeviceIo = 57;
 inline constexpr int DiskFull = 61;
@@ -34,10 +34,13 @@ class Failure : public std::exception {
   public:
     Failure(int number, std::string description, std::string source, CodeLine where = __builtin_LINE());
 
+    /// One of the error numbers.
     int Number() const noexcept { return number_; }
+    /// What went wrong, and with what, for people.
     const std::string& Description() const noexcept { return description_; }
     /// The class, module or program that raised it.
     const std::string& Source() const noexcept { return source_; }
+    /// The line of our source that raised it.
     CodeLine Line() const noexcept { return line_; }
     const char* what() const noexcept override { return description_.c_str(); }
 

@@ -7,10 +7,12 @@
 
 namespace veltrix {
 
+/// In lower case: the letters of ASCII only; every other byte stays.
 constexpr char LowerCase(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+/// A whole text in lower case, likewise.
 inline std::string LowerCase(std::string_view text) {
     std::string lower(text);
     for (char& c : lower) c = LowerCase(c);

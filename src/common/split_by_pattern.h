@@ -9,8 +9,8 @@ namespace veltrix {
 
 /// What SplitByPattern() found. Fields that were not stored are empty.
 struct PatternFields {
-    bool matched = false;
-    std::array<std::string, 21> field;
+    bool matched = false;               ///< all literals of the pattern were found
+    std::array<std::string, 21> field;  ///< what the asterisks stood for
 };
 
 /// Takes `text` apart by a pattern such as "*,*,*": each field receives what an asterisk stood for.
