@@ -40,6 +40,7 @@ class Socket {
   public:
     virtual ~Socket() = default;
 
+    /// What the socket is about at this moment.
     virtual SocketState State() const = 0;
 
     /// The port that Listen() serves or that the next connection goes out from; 0 lets the system choose. Of
@@ -50,6 +51,8 @@ class Socket {
     std::int32_t RemotePort = 0;
     /// Free text that the owner keeps with the socket.
     std::string Tag;
+    /// Texts that SendData() has dropped since the socket was made, as the peer did not read.
+    std::uint64_t Dropped = 0;
 
     /// The address of the other end: of the connection, of the last one when there is none, or, while
     /// listening, of the station that asked last. Empty before any is known.

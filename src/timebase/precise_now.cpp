@@ -6,9 +6,10 @@
 namespace veltrix {
 
 DateTime PreciseNow::Now() {
-    const double milliseconds = clock_.timeGetTime();
+    // By what the counter has moved since the last reading, in its own 32 bits.
+    counter_ += static_cast<std::uint32_t>(clock_.timeGetTime()) - static_cast<std::uint32_t>(counter_);
     const DateTime now = clock_.Now();
-    const double t = milliseconds / 1000 / 86400;
+    const double t = static_cast<double>(counter_) / 1000 / 86400;
     if (base_ == 0) base_ = now - t;
     return base_ + t;
 }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
-#include <vector>
 
 #include "support/manual_clock.h"
 #include "support/recording_errors.h"
@@ -69,6 +67,28 @@ TEST_F(CorrelatorTest, ANumberOfCloseButNotOneAndTheSameDifferencesMakeAPair) {
     EXPECT_FALSE(Both(at += 60000, corr.lmY + 20)) << "a pair lies nearer than 20 ms";
     EXPECT_TRUE(Both(at += 60000, corr.lmY + 19));
     EXPECT_EQ(corr.lRemoteSampleCount, corr.lLocalSampleCount);
+}
+
+/// At the turn of one sample counter the offset of the clocks is another one, which has to be learned as at
+/// the start.
+TEST_F(CorrelatorTest, PairsAgainSoonAfterOneSampleCounterHasTurned) {
+    constexpr double Turn = 2100000000;
+    std::mt19937 random(11);
+    std::uniform_real_distribution<> jitter(-2 * 22, 2 * 22), pause(0.5 * 22050, 4 * 22050);
+    double at = Turn - 300 * 2.25 * 22050;
+    int missed = 0;
+    int behind = 0;
+    for (int stroke = 0; stroke < 900; ++stroke) {
+        at += std::round(pause(random));
+        Offer(true, at < Turn ? at : at - Turn);
+        const bool bMatched = Offer(false, std::round(at - 1e9 + jitter(random))).bMatched;
+        if (at < Turn) continue;
+        missed += !bMatched;
+        ++behind;
+    }
+    EXPECT_GT(behind, 500);
+    EXPECT_LE(missed, 40);
+    EXPECT_EQ(errors.reports.size(), 0u);
 }
 
 TEST_F(CorrelatorTest, ASideThatTalksToItselfIsNotStored) {

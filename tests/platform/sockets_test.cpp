@@ -300,6 +300,19 @@ TEST_F(QtSocketsTest, AConnectionLeavesFromTheWishedPortOrAnotherButAlwaysFromTh
     EXPECT_NE(anywhere.MakeSocket()->LocalIP(), AnyAddress);
 }
 
+/// That nothing is left of it in memory is for the sanitizers to see.
+TEST_F(QtSocketsTest, TheAnswerToALookupThatWasGivenUpGoesNowhere) {
+    Peer client(sockets);
+    for (int i = 0; i < 20; ++i) {
+        client.socket->Connect("localhost", 1);
+        loop.DoEvents();
+        client.socket->Close();
+    }
+    client.socket->Connect("localhost", 1);
+    EXPECT_TRUE(RunUntil([&] { return client.State() == SocketState::Error; }));
+    EXPECT_EQ(client.events.size(), 1U);
+}
+
 TEST_F(QtSocketsTest, WhatIsNotReadDoesNotKeepTheLoopBusyAndComesBeforeAReset) {
     Peer listener(sockets), full(sockets), ended(sockets), cutOff(sockets);
     listener.Listen();

@@ -2,6 +2,7 @@
 
 #include <QHostInfo>
 #include <QNetworkInterface>
+#include <QPointer>
 #include <QTimer>
 #include <cerrno>
 #include <chrono>
@@ -42,10 +43,6 @@ std::string AddressIn(const QHostInfo& host) {
 }
 
 }  // namespace
-
-QtSocket::Activity::~Activity() {
-    if (lookup >= 0) QHostInfo::abortHostLookup(lookup);
-}
 
 std::string QtSocket::LocalIP() const {
     const bool isConnected = state_ == SocketState::Connected || state_ == SocketState::PeerIsClosing;
@@ -95,11 +92,11 @@ void QtSocket::Resolve() {
     const std::string& host = wanted_.address;
     if (host.empty() || IsDotted(host)) return Resolved(host);
     if (host.find('\0') != std::string::npos) return Resolved({});
-    activity_->lookup =
-        QHostInfo::lookupHost(QString::fromStdString(host), activity_, [this](const QHostInfo& found) {
-            activity_->lookup = -1;
-            Resolved(AddressIn(found));
-        });
+    // Neither bound to the activity nor aborted with it: Qt loses the memory of such a lookup.
+    QHostInfo::lookupHost(QString::fromStdString(host),
+                          [this, activity = QPointer(activity_)](const QHostInfo& found) {
+                              if (activity) Resolved(AddressIn(found));
+                          });
 }
 
 void QtSocket::Resolved(std::string address) {
@@ -196,7 +193,11 @@ void QtSocket::SendUnsent() {
 
 void QtSocket::SendData(std::string_view text) {
     Require(SocketState::Connected, "SendData");
-    if (text.empty() || sendError_ != 0 || unsent_.size() + text.size() > MostUnsent) return;
+    if (text.empty() || sendError_ != 0) return;
+    if (unsent_.size() + text.size() > MostUnsent) {
+        ++Dropped;
+        return;
+    }
     std::size_t sent = 0;
     if (unsent_.empty()) {
         const InetSocket::Written written = socket_.Send(text);

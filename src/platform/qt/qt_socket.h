@@ -12,6 +12,7 @@
 
 namespace veltrix {
 
+/// A socket of the operating system, watched by the event loop.
 class QtSocket final : public Socket {
   public:
     explicit QtSocket(QtSockets& sockets) : sockets_(sockets) {}
@@ -57,12 +58,10 @@ class QtSocket final : public Socket {
     void EndActivity();
 
     /// What one activity, from Listen(), Accept() or Connect() to its end, has on the loop. Destroying it
-    /// takes all of that back.
+    /// takes all of that back, but for a lookup, whose answer then goes nowhere.
     struct Activity : QObject {
-        ~Activity() override;
         QSocketNotifier* readable = nullptr;
         QSocketNotifier* writable = nullptr;
-        int lookup = -1;
     };
 
     QtSockets& sockets_;
