@@ -242,7 +242,8 @@ void Publication(benchmark::State& state) {
                       computer.pictures,
                       glyphs,
                       computer.platform.sockets,
-                      computer.clipboard};
+                      computer.clipboard,
+                      computer.computer};
     const SurfaceScale pixels{0, 0, View, View};
     Surface Picture1(View, View, glyphs, pixels);
     Surface Picture4 = Picture1, Picture8 = Picture1;

@@ -73,10 +73,10 @@ class StationWithPeers {
     ScratchFolder folder;
     DeskFiles files{folder.Text()};
     TestPlatform computer;
-    FrmVeltrix form{
-        {computer.clock, computer.loop, files, computer.processes, computer.store, computer.messageBox,
-         computer.pictures, computer.glyphs, computer.platform.sockets, computer.clipboard},
-        {}};
+    FrmVeltrix form{{computer.clock, computer.loop, files, computer.processes, computer.store,
+                     computer.messageBox, computer.pictures, computer.glyphs, computer.platform.sockets,
+                     computer.clipboard, computer.computer},
+                    {}};
 
   private:
     static constexpr int SettleMilliseconds = 5000;

@@ -21,10 +21,10 @@ struct DeskStation {
     ScratchFolder folder;
     DeskFiles files{folder.Text()};
     TestPlatform computer;
-    FrmVeltrix form{
-        {computer.clock, computer.loop, files, computer.processes, computer.store, computer.messageBox,
-         computer.pictures, computer.glyphs, computer.platform.sockets, computer.clipboard},
-        {}};
+    FrmVeltrix form{{computer.clock, computer.loop, files, computer.processes, computer.store,
+                     computer.messageBox, computer.pictures, computer.glyphs, computer.platform.sockets,
+                     computer.clipboard, computer.computer},
+                    {}};
 
     DeskStation() {
         form.Form_Initialize();

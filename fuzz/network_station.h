@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "common/letter_case.h"
-#include "common/neutral_text.h"
 #include "fuzz_input.h"
 #include "network/wire_text.h"
 #include "station/station_network.h"

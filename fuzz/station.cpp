@@ -8,7 +8,6 @@
 #include "fuzz_input.h"
 #include "station/control_requests.h"
 #include "station/frm_veltrix.h"
-#include "support/program_ended.h"
 #include "support/test_platform.h"
 
 using namespace veltrix;

@@ -1,15 +1,21 @@
 // The station program: reads the command line and chooses between a window and none.
 
-#include <QApplication>
-#include <QDir>
-#include <QIcon>
-#include <QLibraryInfo>
+#include <unistd.h>
 
+#include <QApplication>
+#include <QIcon>
+
+#include <clocale>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <iostream>
 #include <string>
 
 #include "command_line.h"
+#include "display_probe.h"
+#include "platform/qt/console_lines.h"
+#include "platform/qt/qt_clock.h"
 #include "platform/qt/resources.h"
 #include "station_program.h"
 
@@ -17,17 +23,13 @@ namespace {
 
 using namespace veltrix;
 
-/// Whether a window can be opened; Qt ends the program where it cannot.
-bool HasDisplay() {
-    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY"))
-        return true;
-    // Qt's part for Wayland is a package of its own.
-    const QDir platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-           !platforms.entryList({QStringLiteral("*wayland*")}).isEmpty();
+/// The application object takes over the user's locale; numbers in files and messages keep their point.
+void KeepDecimalPoint() {
+    std::setlocale(LC_NUMERIC, "C");
 }
 
-int RunHeadless(char* program, const CommandLine& line, const RecorderChoice& recorder) {
+int RunHeadless(char* program, const CommandLine& line, const RecorderChoice& recorder,
+                ConsoleLines& console) {
     // Texts on the displays are drawn all the same, which takes Qt's part for pictures.
     char option[] = "-platform";
     char platform[] = "offscreen";
@@ -38,40 +40,49 @@ int RunHeadless(char* program, const CommandLine& line, const RecorderChoice& re
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(count, arguments);
     qInstallMessageHandler(usual);
-    return RunStation(line, recorder);
+    KeepDecimalPoint();
+    return RunStation(line, recorder, console);
 }
 
-int RunWithWindow(char* program, const CommandLine& line, const RecorderChoice& recorder) {
+int RunWithWindow(char* program, const CommandLine& line, const RecorderChoice& recorder,
+                  ConsoleLines& console) {
     char* arguments[] = {program, nullptr};
     int count = 1;
     const QApplication application(count, arguments);
+    KeepDecimalPoint();
     QGuiApplication::setQuitOnLastWindowClosed(false);  // the station ends itself, in its order
     resources::Open();
     QGuiApplication::setWindowIcon(QIcon(QString::fromLatin1(resources::Icon)));
-    return RunStation(line, recorder);
+    return RunStation(line, recorder, console);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
+    QtClock clock;
+    ConsoleLines console(clock, std::cerr, LeadsToJournal(STDERR_FILENO, std::getenv("JOURNAL_STREAM")));
     CommandLine line;
     RecorderChoice recorder;
     try {
         line = ReadCommandLine({argv + 1, argv + argc});
         recorder = RecorderOf(line.recorder);
     } catch (const WrongCommandLine& wrong) {
-        Warn(wrong.text);
+        Warn(console, wrong.text);
         return ExitUsage;
     }
     if (line.help || line.version) {
         std::fputs(line.help ? HelpText().c_str() : "veltrix " VELTRIX_VERSION "\n", stdout);
         return 0;
     }
-    if (!line.headless && !HasDisplay()) {
-        Warn("there is no display, so the station runs without a window");
+    const DisplayState display = line.headless ? DisplayState::None : ProbeDisplay(argv[0]);
+    if (!line.headless && display != DisplayState::Open) {
+        Warn(console, std::string(display == DisplayState::None ? "there is no display"
+                                                                : "the display cannot be opened") +
+                          ", so the station runs without a window");
         line.headless = true;
     }
     QCoreApplication::setApplicationName(QStringLiteral("veltrix"));
-    return line.headless ? RunHeadless(argv[0], line, recorder) : RunWithWindow(argv[0], line, recorder);
+    return line.headless ? RunHeadless(argv[0], line, recorder, console)
+                         : RunWithWindow(argv[0], line, recorder, console);
 }

@@ -14,6 +14,7 @@
 #include "detection/strike_log.h"
 #include "platform/qt/console_message_box.h"
 #include "platform/qt/control_server.h"
+#include "platform/qt/desk_computer.h"
 #include "platform/qt/desk_files.h"
 #include "platform/qt/desk_processes.h"
 #include "platform/qt/ini_settings_store.h"
@@ -54,23 +55,23 @@ std::string ReleaseNotes() {
 
 /// The station's working directory, made if it is missing; empty when it cannot be, and the user has been
 /// told.
-std::string FolderOf(const CommandLine& line) {
+std::string FolderOf(const CommandLine& line, ConsoleLines& console) {
     std::error_code error;
     std::string directory =
         line.directory.empty() ? std::filesystem::current_path(error).string() : line.directory;
     if (!error) std::filesystem::create_directories(directory, error);
     std::error_code missing;
     if (!std::filesystem::is_directory(directory, missing)) {
-        Warn("cannot make the folder " + directory + (error ? ": " + error.message() : ""));
+        Warn(console, "cannot make the folder " + directory + (error ? ": " + error.message() : ""));
         return "";
     }
     if (::access(directory.c_str(), W_OK) != 0)
-        Warn("nothing can be written to the folder " + directory + ": no strike will be logged");
+        Warn(console, "nothing can be written to the folder " + directory + ": no strike will be logged");
     return directory;
 }
 
-std::unique_ptr<MessageBox> MessageBoxFor(const CommandLine& line, QtEventLoop& loop) {
-    if (line.headless) return std::make_unique<ConsoleMessageBox>();
+std::unique_ptr<MessageBox> MessageBoxFor(const CommandLine& line, QtEventLoop& loop, ConsoleLines& console) {
+    if (line.headless) return std::make_unique<ConsoleMessageBox>(console);
     return std::make_unique<WindowMessageBox>(loop);
 }
 
@@ -85,8 +86,8 @@ std::unique_ptr<MainWindow> Window(FrmVeltrix& form, QtEventLoop& loop,
 
 }  // namespace
 
-void Warn(const std::string& line) {
-    std::fprintf(stderr, "veltrix: %s\n", line.c_str());
+void Warn(ConsoleLines& console, const std::string& line) {
+    console.Say(ConsoleLines::Level::Warning, "veltrix: " + line);
 }
 
 RecorderChoice RecorderOf(const std::string& text) {
@@ -109,13 +110,13 @@ RecorderChoice RecorderOf(const std::string& text) {
     return choice;
 }
 
-int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
-    const std::string directory = FolderOf(line);
+int RunStation(const CommandLine& line, const RecorderChoice& recorder, ConsoleLines& console) {
+    const std::string directory = FolderOf(line, console);
     if (directory.empty()) return ExitCannotCreate;
     const std::string settings = line.settings.empty() ? PerUserStore() : line.settings;
     IniSettingsStore store(settings);
     if (!store.WhyUnusable().empty()) {
-        Warn(store.WhyUnusable());
+        Warn(console, store.WhyUnusable());
         return ExitUsage;
     }
     QtClock clock;
@@ -126,9 +127,12 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     QtPictures pictures(files.WorkingDirectory());
     QtGlyphs glyphs;
     QtClipboard clipboard;
-    const std::unique_ptr<MessageBox> messageBox = MessageBoxFor(line, loop);
-    FrmVeltrix form({clock, loop, files, processes, store, *messageBox, pictures, glyphs, sockets, clipboard},
-                    {VELTRIX_VERSION, recorder, Warn, ReleaseNotes()});
+    DeskComputer computer(files.WorkingDirectory());
+    const std::unique_ptr<MessageBox> messageBox = MessageBoxFor(line, loop, console);
+    FrmVeltrix form(
+        {clock, loop, files, processes, store, *messageBox, pictures, glyphs, sockets, clipboard, computer},
+        {VELTRIX_VERSION, recorder, [&console](const std::string& text) { Warn(console, text); },
+         ReleaseNotes()});
     if (line.print == CommandLine::Print::Detections)
         form.Consumers().onDetection = [](const Detection& detection) { Print(StrikeLogLine(detection)); };
 
@@ -139,7 +143,7 @@ int RunStation(const CommandLine& line, const RecorderChoice& recorder) {
     ControlServer server([&requests](std::string_view request) { return requests.Answer(request); });
     if (!line.control.empty()) {
         if (const std::string why = server.Listen(line.control); !why.empty()) {
-            Warn(why);
+            Warn(console, why);
             return ExitCannotCreate;
         }
     }

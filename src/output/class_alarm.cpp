@@ -34,7 +34,7 @@ void ClassAlarm::Update(double dAlarmLatitude, double dAlarmLongitude, double La
     const DateTime now = clock_.Now();
     Count(now);
     const double r = Rate();
-    if (!(r > iAlarmRate) || dCount <= TooFew || !files_.Exists(Program)) return;
+    if (!(r > iAlarmRate) || dCount <= TooFew || !files_.IsFile(Program)) return;
     const std::string text = FormatNeutral(r, "0.0") + ";" + FormatNeutral(d, "0.0") + ";" +
                              FormatNeutral(LatitudeLightning, "00.00000") + ";" +
                              FormatNeutral(LongitudeLightning, "000.00000") + ";" + GeneralDate(now);

@@ -53,6 +53,7 @@ int ErrorLog::ReportError(const Failure& failure, std::string_view procedure, st
                           std::string_view stage, std::int32_t buttons) {
     const Report report{failure, std::string(procedure), std::string(kind), ErrorText(failure, stage),
                         buttons};
+    ++reported_;
     WriteEntry(report);
     const int answer = Ask(report);
     WriteReply(answer);
@@ -63,6 +64,7 @@ int ErrorLog::ReportRuntimeError(const Failure& failure) {
     const ErrorContext& context = Context();
     const Report report{failure, std::string(context.ErrProcedure), "Runtime Error",
                         ErrorText(failure, context.ErrStage), context.ErrButtons};
+    ++reported_;
     int answer = reply::None;
     SkippingErrors([&] { WriteEntry(report); }, [&] { answer = Ask(report); }, [&] { WriteReply(answer); });
     return answer;

@@ -42,6 +42,9 @@ class ErrorLog final : public ErrorReporter {
 
     void EndProgram() override;
 
+    /// Failures reported since start, those that could not be written to the log included.
+    std::uint64_t Reported() const { return reported_; }
+
     /// ErrStack, entries 1 to ErrDepth: the running procedures, outermost first. The hooks of the convention
     /// leave it empty, so that an entry lists the failing procedure alone.
     std::vector<std::string> ErrStack;
@@ -64,6 +67,7 @@ class ErrorLog final : public ErrorReporter {
     const std::string logName_;
     FormMsgBox formMsgBox_;
     std::int64_t lastNoteSum_ = 0;
+    std::uint64_t reported_ = 0;
 };
 
 }  // namespace veltrix

@@ -7,6 +7,7 @@
 
 namespace veltrix {
 
+/// The form of the message box, as far as others see it. Owned by the error log.
 class FormMsgBox {
   public:
     /// The version text of the form.
@@ -18,6 +19,7 @@ class FormMsgBox {
     /// Takes everything back to the state of a form just loaded.
     void Unload();
 
+    /// The form, whose caption is the title, and the label with the text.
     FormControl form{"FormMsgBox"};
     Label Label1{"Label1"};
 

@@ -24,6 +24,7 @@ void Publishing::Publish() {
     iPublishCount = 0;
     DeleteOldImages();
     SkippingErrors([this] { Convert(); }, [this] { Upload(); });
+    lastPublished_ = parts_.platform.clock.Now();
 }
 
 void Publishing::cmdTestFtp_Click() {
@@ -52,9 +53,9 @@ void Publishing::Convert() {
     constexpr std::string_view Converter = ".\\Bmp2Png.exe";
     Files& files = parts_.platform.files;
     Processes& processes = parts_.platform.processes;
-    if (files.Exists(Script)) {
+    if (files.IsFile(Script)) {
         processes.Start(Script, {}, WindowStyle::Hidden);
-    } else if (files.Exists(Converter)) {
+    } else if (files.IsFile(Converter)) {
         for (const char* const name : {"picture5.bmp", "picture4.bmp", "picture1.bmp"})
             SkippingErrors([&] { processes.Start(Converter, {name}, WindowStyle::Hidden); });
     }
@@ -62,7 +63,7 @@ void Publishing::Convert() {
 
 void Publishing::Upload() {
     const std::string target = parts_.FtpTo();
-    if (target.empty() || !parts_.platform.files.Exists(".\\publish.cmd")) return;
+    if (target.empty() || !parts_.platform.files.IsFile(".\\publish.cmd")) return;
     std::vector<std::string> arguments{"-s:publish.cmd"};
     for (const std::string_view word : PiecesOf(target, " ")) arguments.emplace_back(word);
     parts_.platform.processes.Start("ftp", arguments, WindowStyle::Hidden);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "display/surface.h"
@@ -37,6 +38,9 @@ class Publishing {
     /// The user wants it now: ten calls of Publish(), one of which publishes. The count stays where it stood.
     void cmdTestFtp_Click();
 
+    /// When the displays went out last in this run; none before the first time.
+    std::optional<DateTime> LastPublished() const { return lastPublished_; }
+
   private:
     void DrawAndSave();
     void DeleteOldImages();
@@ -45,6 +49,7 @@ class Publishing {
 
     PublishingParts parts_;
     std::int16_t iPublishCount = 0;  // calls since the last publication
+    std::optional<DateTime> lastPublished_;
 };
 
 }  // namespace veltrix

@@ -5,6 +5,7 @@
 
 namespace veltrix {
 
+/// Takes what the user is to paste elsewhere.
 class Clipboard {
   public:
     virtual ~Clipboard() = default;

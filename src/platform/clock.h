@@ -7,6 +7,7 @@
 
 namespace veltrix {
 
+/// The clocks of one computer. One object for the whole program.
 class Clock {
   public:
     virtual ~Clock() = default;
@@ -22,6 +23,7 @@ class Clock {
         std::int32_t lMinPeriod = 1;
         std::int32_t lMaxPeriod = 1000000;
     };
+    /// The limits of this computer's counter.
     virtual TimerCaps timeGetDevCaps() { return {}; }
 
     /// Asks for a resolution of the counter, in milliseconds, and gives it back. False on failure. Where the

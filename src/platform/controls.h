@@ -16,6 +16,7 @@
 
 namespace veltrix {
 
+/// What a control is, and so which widget shows it.
 enum class ControlKind {
     Form,
     Frame,
@@ -36,7 +37,9 @@ enum class ControlKind {
 /// The lower-case name of a kind, such as "text".
 std::string_view KindName(ControlKind kind);
 
+/// The buttons of the mouse that mean something.
 enum class MouseButton { Left, Right };
+/// What the mouse does; a drop ends the drag of a marker.
 enum class MouseAction { Down, Move, Up, Drop };
 
 /// One action of the mouse, in the control's own coordinates.
@@ -56,9 +59,11 @@ class Control {
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
+    /// What its form and the control socket know it by; it never changes.
     const std::string& Name() const { return name_; }
     ControlKind Kind() const { return kind_; }
 
+    /// The colours of its text and of its ground.
     virtual ColourValue ForeColor() const { return foreColor_; }
     void SetForeColor(ColourValue colour) { Set(foreColor_, colour); }
     virtual ColourValue BackColor() const { return backColor_; }
@@ -66,12 +71,16 @@ class Control {
     /// The background style: opaque, or clear so that what the control lies on is seen through it.
     bool Opaque() const { return opaque_; }
     void SetOpaque(bool opaque) { Set(opaque_, opaque); }
+    /// Whether it is to be seen, when what it lies on is.
     bool Visible() const { return visible_; }
     void SetVisible(bool visible) { Set(visible_, visible); }
+    /// What is told of it when the mouse rests on it; empty for nothing.
     const std::string& ToolTipText() const { return toolTip_; }
     void SetToolTipText(std::string text) { Set(toolTip_, std::move(text)); }
+    /// The text on it, for the kinds that have one.
     const std::string& Caption() const { return caption_; }
     void SetCaption(std::string text) { Set(caption_, std::move(text)); }
+    /// Its upper left corner, in the units of the surface that it lies on.
     double Left() const { return left_; }
     void SetLeft(double left) { Set(left_, left); }
     double Top() const { return top_; }
@@ -103,12 +112,14 @@ class Control {
     /// Whether the mouse is followed even while no handler is set.
     virtual bool AlwaysFollowsMouse() const { return false; }
 
+    /// Gives a property its value, and tells the widget if that is another one.
     template <class T>
     void Set(T& property, T value) {
         if (property == value) return;
         property = std::move(value);
         Changed();
     }
+    /// Tells the widget that something shown has changed.
     void Changed() const {
         if (OnShow) OnShow();
     }
@@ -130,6 +141,7 @@ class Control {
 class TextBox final : public Control {
   public:
     explicit TextBox(std::string name) : Control(std::move(name), ControlKind::Text) {}
+    /// What stands in the box. Setting it runs no handler.
     const std::string& Text() const { return text_; }
     void SetText(std::string text) { Set(text_, std::move(text)); }
     std::vector<std::string> Lines() const override { return {text_}; }
@@ -163,6 +175,7 @@ class Label final : public Control {
 class CheckBox final : public Control {
   public:
     explicit CheckBox(std::string name) : Control(std::move(name), ControlKind::Check) {}
+    /// Setting the value runs no handler. Stored settings may hold other numbers; from 1 on it counts as on.
     std::int32_t Value() const { return value_; }
     bool Checked() const { return value_ >= 1; }
     void SetValue(std::int32_t value) { Set(value_, value); }
@@ -187,10 +200,13 @@ class Button final : public Control {
 class ListBox final : public Control {
   public:
     ListBox(std::string name, ControlKind kind) : Control(std::move(name), kind) {}
+    /// All entries, from the top.
     const std::vector<std::string>& Entries() const { return entries_; }
     /// Replaces all entries; none is chosen afterwards.
     void SetEntries(std::vector<std::string> entries);
+    /// Appends an entry; the chosen one stays so.
     void Add(std::string entry);
+    /// Takes all entries out.
     void Clear() { SetEntries({}); }
     /// Index of the chosen entry, -1 when there is none.
     int ListIndex() const { return listIndex_; }
@@ -222,6 +238,7 @@ class TabStrip final : public Control {
   public:
     TabStrip(std::string name, std::vector<std::string> tabs)
         : Control(std::move(name), ControlKind::Tabs), tabs_(std::move(tabs)) {}
+    /// The captions of all tabs, from the left.
     const std::vector<std::string>& Tabs() const { return tabs_; }
     /// Number of the open tab, from 0.
     int Tab() const { return tab_; }
@@ -266,6 +283,7 @@ class Marker final : public Control {
 class Shape final : public Control {
   public:
     explicit Shape(std::string name) : Control(std::move(name), ControlKind::Shape) {}
+    /// Its size, in pixels of the surface.
     double Width() const { return width_; }
     void SetWidth(double width) { Set(width_, width); }
     double Height() const { return height_; }
@@ -292,6 +310,7 @@ class LineShape final : public Control {
     };
 
     explicit LineShape(std::string name) : Control(std::move(name), ControlKind::Line) {}
+    /// Where it runs.
     const Ends& TheEnds() const { return ends_; }
     void SetEnds(const Ends& ends) { Set(ends_, ends); }
     /// One line: both ends, x before y, and visibility, with blanks between.
@@ -349,6 +368,7 @@ class ControlSet {
     Control* Find(std::string_view name) const;
     /// The same for a name that the form is designed with. Throws std::logic_error when there is none.
     Control& Require(std::string_view name) const;
+    /// All controls, in the order they were made.
     const std::vector<std::unique_ptr<Control>>& All() const { return all_; }
 
   private:

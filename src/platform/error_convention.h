@@ -26,6 +26,7 @@ class ErrorReporter {
   public:
     virtual ~ErrorReporter() = default;
 
+    /// The context of the procedure that runs; a procedure changes stage and buttons in it.
     ErrorContext& Context() { return context_; }
 
     /// Reports `failure` under the present context and returns the user's reply number.
@@ -57,6 +58,7 @@ enum class AfterFailure { RunAgain, NextStep, LeaveProcedure };
 class FailureHandler {
   public:
     virtual ~FailureHandler() = default;
+    /// What the procedure does about a step that raised `failure`.
     virtual AfterFailure OnFailure(const Failure& failure) = 0;
 };
 

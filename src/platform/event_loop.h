@@ -15,9 +15,11 @@ class Timer {
     virtual void SetInterval(int milliseconds) = 0;
     /// Switches the events on or off. Switching on starts a whole interval.
     virtual void SetEnabled(bool enabled) = 0;
+    /// Whether the events are on.
     virtual bool Enabled() const = 0;
 };
 
+/// The loop of the one thread on which a station runs.
 class EventLoop {
   public:
     virtual ~EventLoop() = default;

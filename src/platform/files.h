@@ -31,6 +31,9 @@ class Files {
 
     /// True when a file or folder of that name stands. The empty name never exists.
     virtual bool Exists(std::string_view name) = 0;
+    /// True when a file of that name stands, not a folder.
+    bool IsFile(std::string_view name) { return Exists(name) && !IsFolder(name); }
+    /// Opens a file for reading, from its start.
     virtual std::unique_ptr<InputFile> Open(std::string_view name) = 0;
     /// The lines of a text file, without their line ends, whichever these are.
     virtual std::vector<std::string> ReadLines(std::string_view name) = 0;
@@ -43,6 +46,7 @@ class Files {
     /// content.
     virtual void WriteWhole(std::string_view name, std::string_view content) = 0;
 
+    /// Deletes a file.
     virtual void Delete(std::string_view name) = 0;
     /// Copies a file over another name, whole or not at all.
     virtual void Copy(std::string_view from, std::string_view to) = 0;

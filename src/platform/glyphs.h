@@ -13,6 +13,7 @@ struct GlyphMask {
     int height = 0;
     std::vector<unsigned char> set;
 
+    /// REQUIRES 0 <= x < width and 0 <= y < height.
     bool IsSet(int x, int y) const {
         return set[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                    static_cast<std::size_t>(x)] != 0;

@@ -17,10 +17,12 @@ inline constexpr int Yes = 6;
 inline constexpr int No = 7;
 }  // namespace reply
 
+/// Asks the user. One object for the whole program.
 class MessageBox {
   public:
     virtual ~MessageBox() = default;
 
+    /// What the box shows.
     struct Question {
         int lNumber = 0;  ///< the error's number
         std::string text;
@@ -29,7 +31,7 @@ class MessageBox {
     };
 
     /// Shows the box and returns the reply number. No timer fires while it stands. Without a screen the text
-    /// goes to standard error, once for equal texts in a row, and the reply is `reply::Ignore`.
+    /// goes to standard error, equal ones once in a while with their count, and the reply is `reply::Ignore`.
     virtual int Ask(const Question& question) = 0;
 };
 

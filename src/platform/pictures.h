@@ -18,6 +18,7 @@ enum class BuiltInPicture {
     Splash            ///< what the splash form and the "About" tab show
 };
 
+/// Loads pictures, and hands out those that are part of the program.
 class Pictures {
   public:
     virtual ~Pictures() = default;
@@ -25,6 +26,7 @@ class Pictures {
     /// found as by Files. Raises what Files::Open raises when it cannot be opened, and InvalidPicture when it
     /// is none of these, damaged, cut short, or larger than 8192 pixels either way.
     virtual Bitmap Load(std::string_view name) = 0;
+    /// A picture of the program's own. Never fails.
     virtual Bitmap BuiltIn(BuiltInPicture which) = 0;
     /// The coastlines that the program brings with it, in the form that cartography reads.
     virtual std::vector<std::byte> Coastlines() = 0;

@@ -3,6 +3,7 @@
 
 #include "platform/clipboard.h"
 #include "platform/clock.h"
+#include "platform/computer.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/glyphs.h"
@@ -26,6 +27,7 @@ struct Platform {
     Glyphs& glyphs;
     Sockets& sockets;
     Clipboard& clipboard;
+    Computer& computer;
 };
 
 }  // namespace veltrix

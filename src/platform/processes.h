@@ -10,6 +10,7 @@ namespace veltrix {
 /// How a started program shows itself, where a program has a window.
 enum class WindowStyle { Hidden, MinimizedNoFocus, Maximized };
 
+/// Starts programs and asks them to close.
 class Processes {
   public:
     virtual ~Processes() = default;

@@ -28,7 +28,8 @@ TEST(ClassAlarm, FollowsTheRateOfTheLastTenNearStrikes) {
         return outcome;
     };
     alarm.Init(13, 25);
-    EXPECT_EQ(after("nnn", 6000), "---") << "there is no program";
+    computer.files.MakeFolder("alarm.exe");
+    EXPECT_EQ(after("nnn", 6000), "---") << "a folder is no program";
     computer.files.Put("Alarm.exe", "");
     // Ten a minute read as 15, 13.3, 12.5, 12 ... 11.1.
     EXPECT_EQ(after("nnnnnnnnn", 6000), "!--------");
@@ -63,6 +64,7 @@ TEST(Publishing, WhatFailsCostsNothingElse) {
     };
     for (const char* const name : {"picture1.png", "Bmp2Png.exe", "publish.cmd"})
         computer.files.Put(name, "");
+    computer.files.MakeFolder("publish.bat");
     computer.files.FailOn(FileOperation::WriteWhole, "picture5.bmp", errors::DiskFull);
     EXPECT_EQ(publish(9), "");
     EXPECT_EQ(publish(4), "ddd");

@@ -1,19 +1,24 @@
 // What runs on the computer we run on: handlers, timers, started programs, the control socket.
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QLocalSocket>
 #include <algorithm>
 #include <filesystem>
 #include <future>
+#include <limits>
 #include <sstream>
 
+#include "platform/qt/console_lines.h"
 #include "platform/qt/console_message_box.h"
 #include "platform/qt/control_client.h"
 #include "platform/qt/control_server.h"
+#include "platform/qt/desk_computer.h"
 #include "platform/qt/desk_processes.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
+#include "support/manual_clock.h"
 #include "support/number_raised_by.h"
 #include "support/qt_events.h"
 #include "support/recording_errors.h"
@@ -53,13 +58,68 @@ TEST(ErrorConvention, TheReplyDecides) {
     }
 }
 
-TEST(ConsoleMessageBox, TellsOnceAndGoesOn) {
+/// What is said on standard error, on a clock that the test moves.
+struct ConsoleTest : testing::Test {
+    ManualClock clock;
     std::ostringstream out;
-    ConsoleMessageBox box(out);
+
+    /// What has been written since the last call.
+    std::string Written() {
+        std::string text = out.str();
+        out.str("");
+        return text;
+    }
+};
+
+TEST_F(ConsoleTest, TheMessageBoxTellsOnceAndGoesOn) {
+    ConsoleLines console(clock, out, false);
+    ConsoleMessageBox box(console);
     const MessageBox::Question question{6, "Init\r\n\x1b[2J Error", 2, "Timer1_Timer:12"};
     for (int i = 0; i < 3; ++i) EXPECT_EQ(box.Ask(question), reply::Ignore);
     box.Ask({7, "other", 2, "x"});
-    EXPECT_EQ(out.str(), "Timer1_Timer:12: Init[2J Error\nx: other\n");
+    EXPECT_EQ(Written(), "Timer1_Timer:12: Init[2J Error\nx: other\n");
+}
+
+TEST_F(ConsoleTest, ALastingFaultTakesTwoLinesInTenMinutes) {
+    using enum ConsoleLines::Level;
+    clock.SetTimeGetTime(std::numeric_limits<std::int32_t>::max() - 1000);  // it wraps meanwhile
+    {
+        ConsoleLines console(clock, out, true);
+        for (int tick = 0; tick < 58; ++tick, clock.Advance(10000)) {
+            console.Say(Error, "disk full");
+            if (tick % 29 == 0) console.Say(Warning, "late");
+        }
+        EXPECT_EQ(Written(), "<3>disk full\n<4>late\n");
+        clock.Advance(ConsoleLines::QuietTime - 580000);
+        console.Say(Error, "disk full");
+        EXPECT_EQ(Written(), "<3>disk full (repeated 57 times)\n<4>late (repeated once)\n<3>disk full\n");
+        console.Say(Error, "disk full");
+        // More different lines than are remembered, and those that come again are counted.
+        for (std::size_t i = 0; i < ConsoleLines::MostLines; ++i) console.Say(Warning, std::to_string(i));
+        EXPECT_NE(Written().find("<4>14\n<3>disk full (repeated once)\n<4>15\n"), std::string::npos);
+        console.Say(Warning, "15");
+    }
+    EXPECT_EQ(Written(), "<4>15 (repeated once)\n") << "the rest, at the end";
+}
+
+TEST(Journal, IsKnownByItsStream) {
+    struct stat status {};
+    ASSERT_EQ(::fstat(STDERR_FILENO, &status), 0);
+    const std::string stream = std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
+    EXPECT_TRUE(LeadsToJournal(STDERR_FILENO, stream.c_str()));
+    for (const char* const other : {"", "1", "8:0", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(LeadsToJournal(STDERR_FILENO, other));
+    EXPECT_FALSE(LeadsToJournal(-1, stream.c_str()));
+}
+
+TEST(DeskComputer, KnowsTheDiskOfItsFolder) {
+    const ScratchFolder folder;
+    const std::optional<DiskSpace> space = DeskComputer(folder.Text()).Space();
+    ASSERT_TRUE(space);
+    EXPECT_GT(space->total, 0U);
+    EXPECT_LE(space->free, space->total);
+    EXPECT_FALSE(DeskComputer(folder.Text() + "/gone").Space());
+    EXPECT_NO_THROW(DeskComputer(folder.Text()).IsClockSynchronised());
 }
 
 struct QtEventLoopTest : WithEvents {
@@ -174,6 +234,8 @@ TEST_F(DeskProcessesTest, TheDesktopStandsInForTheLauncherAndTheEditor) {
     directory.Put("tools/xdg-open", "");
     ::setenv("VISUAL", "editor", 1);
     EXPECT_EQ(NoteOf("notepad.exe", {"list"}), "[list]");
+    ::setenv("VISUAL", "editor --wait \"in front\"", 1);
+    EXPECT_EQ(NoteOf("notepad", {"a b"}), "[--wait][in front][a b]");
     Install(own, "explorer");
     EXPECT_EQ(NoteOf("explorer.exe", {"own"}), "[own]") << "a real program of that name comes first";
     ::setenv("PATH", path.c_str(), 1);

@@ -87,6 +87,18 @@ TEST(VeltrixProgram, HearsLogsPrintsEndsCleanlyAndLosesNothingInAKill) {
     EXPECT_EQ(again.Wait(), 0);
 }
 
+TEST(VeltrixProgram, ADisplayThatHasGoneLeavesItWithoutAWindow) {
+    const ScratchFolder folder;
+    RunningProgram station("veltrix",
+                           Words("--dir " + folder.Text() + " --settings " + folder.Text() +
+                                 "/s.ini --address 127.0.2.2 --recorder none"),
+                           {}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=:4242"});
+    EXPECT_TRUE(station.HasPrinted("\n"));
+    EXPECT_EQ(station.Terminate(), 0);
+    EXPECT_EQ(station.Errors(),
+              "veltrix: the display cannot be opened, so the station runs without a window\n");
+}
+
 TEST(VeltrixProgram, AWrongCommandLineIsOneClearLine) {
     const ScratchFolder folder;
     folder.Put("file", "");

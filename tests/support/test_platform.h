@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -44,6 +45,15 @@ struct RecordingProcesses final : Processes {
 struct MemoryClipboard final : Clipboard {
     void SetText(const std::string& newText) override { text = newText; }
     std::string text = "untouched";
+};
+
+/// A computer in the state that a test has given it.
+struct SetComputer final : Computer {
+    std::optional<DiskSpace> Space() override { return space; }
+    std::optional<bool> IsClockSynchronised() override { return clockSynchronised; }
+
+    std::optional<DiskSpace> space = DiskSpace{8'000'000'000, 16'000'000'000};
+    std::optional<bool> clockSynchronised = true;
 };
 
 /// A settings store in memory.
@@ -134,9 +144,11 @@ struct TestPlatform {
     MemoryPictures pictures;
     PlainGlyphs glyphs;
     MemoryClipboard clipboard;
+    SetComputer computer;
 
     Platform platform{clock,      loop,     files,  processes,           store,
-                      messageBox, pictures, glyphs, network.At(address), clipboard};
+                      messageBox, pictures, glyphs, network.At(address), clipboard,
+                      computer};
 };
 
 }  // namespace veltrix

@@ -1,21 +1,20 @@
 #pragma once
 // The message box of a station without a screen.
 
-#include <iostream>
-
 #include "platform/message_box.h"
+#include "platform/qt/console_lines.h"
 
 namespace veltrix {
 
 /// Goes on whatever happens, and says what happened.
 class ConsoleMessageBox final : public MessageBox {
   public:
-    explicit ConsoleMessageBox(std::ostream& out = std::cerr) : out_(out) {}
+    /// REQUIRES that `console` outlives this.
+    explicit ConsoleMessageBox(ConsoleLines& console) : console_(console) {}
     int Ask(const Question& question) override;
 
   private:
-    std::ostream& out_;
-    std::string last_;
+    ConsoleLines& console_;
 };
 
 }  // namespace veltrix

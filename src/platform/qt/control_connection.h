@@ -15,6 +15,7 @@ namespace veltrix {
 /// has gone and everything that it had asked for is done, also where nobody waits for the answers any more.
 class ControlConnection final : public QObject {
   public:
+    /// Gives the lines of the answer to one request, the closing one included.
     using Answerer = std::function<std::vector<std::string>(std::string_view request)>;
 
     /// Takes over a connected socket.

@@ -13,6 +13,7 @@
 
 namespace veltrix {
 
+/// Files on the disks of this computer.
 class DeskFiles final : public Files {
   public:
     /// Files relative to `workingDirectory`, which is made absolute and need not exist yet.

@@ -14,7 +14,6 @@ extern "C" {
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <iterator>
 #include <utility>
 
 #include "common/failure.h"
@@ -71,7 +70,7 @@ std::vector<std::string> PlacesOf(std::string_view program, const std::string& d
     return places;
 }
 
-/// The programs of this desktop that do the work of one that is missing, the best first.
+/// The commands of this desktop that do the work of a program that is missing, the best first.
 std::vector<std::string> StandInsOf(std::string_view program) {
     const auto isCalled = [program](std::string_view name) {
         return SameButCase(program, name) || SameButCase(program, std::string(name) + ".exe");
@@ -93,34 +92,48 @@ class CloseRequest final : public QObject {
     FileHandle program_;
 };
 
+// Arguments pass through the local 8-bit form, as names of files do.
 QString Text(const std::string& text) {
-    // Arguments pass through the local 8-bit form, as names of files do.
     return QString::fromLocal8Bit(text.data(), static_cast<qsizetype>(text.size()));
 }
+std::string Bytes(const QString& text) {
+    return text.toLocal8Bit().toStdString();
+}
+
+/// A file that may be the program to start.
+struct Candidate {
+    std::string path;
+    QStringList arguments;  // its own, before those of the caller
+};
 
 }  // namespace
 
 long long DeskProcesses::Start(std::string_view program, const std::vector<std::string>& arguments,
                                WindowStyle) {
-    const auto placesOf = [this](std::string_view name) {
-        return name.empty() ? std::vector<std::string>() : PlacesOf(name, workingDirectory_, ownFolder_);
+    std::vector<Candidate> candidates;
+    const auto add = [&](std::string_view name, const QStringList& own) {
+        if (name.empty()) return;
+        for (std::string& place : PlacesOf(name, workingDirectory_, ownFolder_))
+            candidates.push_back({std::move(place), own});
     };
-    std::vector<std::string> places = placesOf(program);
-    if (places.empty())
+    add(program, {});
+    if (candidates.empty())
         for (const std::string& standIn : StandInsOf(program))
-            std::ranges::copy(placesOf(standIn), std::back_inserter(places));
+            if (const QStringList words = QProcess::splitCommand(Text(standIn)); !words.empty())
+                add(Bytes(words.front()), words.mid(1));
     const std::string name(program);
-    if (places.empty()) throw Failure(errors::FileNotFound, "File not found: " + name, "DeskProcesses");
+    if (candidates.empty()) throw Failure(errors::FileNotFound, "File not found: " + name, "DeskProcesses");
 
-    const auto found = std::ranges::find_if(places, CanRun);
+    const auto found = std::ranges::find_if(candidates, CanRun, &Candidate::path);
     const Failure denied(errors::PermissionDenied, "Permission denied: " + name, "DeskProcesses");
-    if (found == places.end()) throw denied;
+    if (found == candidates.end()) throw denied;
 
-    QStringList list;
-    if (IsScript(*found)) list.append(Text(*found));
+    const bool isScript = IsScript(found->path);
+    QStringList list = found->arguments;
+    if (isScript) list.prepend(Text(found->path));
     for (const std::string& argument : arguments) list.append(Text(argument));
     QProcess process;
-    process.setProgram(IsScript(*found) ? QStringLiteral("/bin/sh") : Text(*found));
+    process.setProgram(isScript ? QStringLiteral("/bin/sh") : Text(found->path));
     process.setArguments(list);
     process.setWorkingDirectory(Text(workingDirectory_));
     process.setStandardInputFile(QProcess::nullDevice());

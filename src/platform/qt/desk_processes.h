@@ -8,6 +8,7 @@
 
 namespace veltrix {
 
+/// Runs the programs without a shell between. One for each working directory.
 class DeskProcesses final : public Processes {
   public:
     /// Programs start in `workingDirectory`; `ownFolder` is where our own program lies.
@@ -17,7 +18,8 @@ class DeskProcesses final : public Processes {
     /// Standard input, output and error of the program lead nowhere. A name with a separator is looked up
     /// from the working directory alone. A script ending in ".bat" or ".cmd" is run by the shell. The window
     /// style is a wish that desktops here do not take from outside. For "explorer" xdg-open stands in; for
-    /// "notepad" the program that $VISUAL names, and where there is none, xdg-open.
+    /// "notepad" the command in $VISUAL, a program with or without arguments of its own, and where there is
+    /// no such program, xdg-open.
     long long Start(std::string_view program, const std::vector<std::string>& arguments,
                     WindowStyle style) override;
 
@@ -27,6 +29,7 @@ class DeskProcesses final : public Processes {
     /// is asked then.
     void AskToClose(long long process) override;
 
+    /// The time that a program is given to get ready for the signal.
     static constexpr std::chrono::seconds ReadyAfter{2};
 
   private:

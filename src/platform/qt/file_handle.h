@@ -34,14 +34,17 @@ class FileHandle {
     FileHandle(FileHandle&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
     FileHandle& operator=(FileHandle&&) = delete;
 
+    /// The descriptor; -1 once it was given away.
     int Descriptor() const { return descriptor_; }
 
+    /// What the system tells of the file. This and what follows raises std::system_error.
     struct stat Status() const {
         struct stat status {};
         if (::fstat(descriptor_, &status) != 0) ThrowErrno();
         return status;
     }
 
+    /// Writes all of `content`, however many calls that takes.
     void WriteAll(std::string_view content) {
         while (!content.empty()) {
             const ssize_t written = ::write(descriptor_, content.data(), content.size());
@@ -51,6 +54,7 @@ class FileHandle {
         }
     }
 
+    /// Reads at most `size` bytes; 0 at the end of the file.
     std::size_t Read(void* buffer, std::size_t size) {
         for (;;) {
             const ssize_t count = ::read(descriptor_, buffer, size);

@@ -16,6 +16,7 @@ namespace veltrix {
 /// end sends meanwhile stays in the operating system.
 class HeldRequests {
   public:
+    /// The number of connections that are held at most.
     static constexpr std::size_t Most = 64;
 
     explicit HeldRequests(std::chrono::milliseconds age);
@@ -23,6 +24,7 @@ class HeldRequests {
     /// Keeps a connection and gives it its name.
     ConnectionRequest Hold(InetSocket socket, std::string address);
 
+    /// A connection and who asks for it.
     struct Held {
         InetSocket socket;
         std::string address;  ///< of the other end
@@ -30,6 +32,7 @@ class HeldRequests {
     /// Hands a connection over; nothing when it was given up, or taken before.
     std::optional<Held> Take(ConnectionRequest request);
 
+    /// Connections held at present.
     std::size_t Count() const { return entries_.size(); }
 
   private:

@@ -31,6 +31,7 @@ class InetSocket {
     InetSocket& operator=(InetSocket&& other) noexcept;
 
     explicit operator bool() const { return descriptor_ >= 0; }
+    /// The descriptor; -1 when it owns none.
     int Descriptor() const { return descriptor_; }
 
     /// Makes the socket, in place of what it held.
@@ -47,6 +48,7 @@ class InetSocket {
     /// The next connection that waits at a listening socket.
     Accepted Accept();
 
+    /// What has arrived.
     struct Read {
         std::string bytes;
         int error = 0;  ///< EAGAIN when nothing has arrived; nothing and no error is the end
@@ -54,6 +56,7 @@ class InetSocket {
     /// At most `limit` bytes of what has arrived.
     Read Receive(std::size_t limit);
 
+    /// How much was taken; an error is EAGAIN when the system has no room.
     struct Written {
         std::size_t count = 0;
         int error = 0;
@@ -75,6 +78,7 @@ class InetSocket {
     int descriptor_ = -1;
 };
 
+/// A connection that was let in; without an error it is one.
 struct InetSocket::Accepted {
     InetSocket socket;
     std::string address;  ///< of the other end
@@ -87,6 +91,7 @@ struct SocketError {
     std::string description;
 };
 
+/// The number of the failure that a host name has no address.
 inline constexpr int HostNotFound = 11001;
 
 /// The number and text that stand for an errno.

@@ -22,6 +22,7 @@ class IniText {
     IniText(IniText&&) noexcept;
     IniText& operator=(IniText&&) noexcept;
 
+    /// The value of a key; nothing when the text has no such key.
     std::optional<std::string> Value(std::string_view section, std::string_view key) const;
     /// REQUIRES a value as StorableText() gives it; it is kept to the byte.
     void SetValue(std::string_view section, std::string_view key, std::string_view value);

@@ -13,10 +13,12 @@ namespace veltrix {
 /// Of more than 64 the oldest ends at once, and so do all when this is destroyed.
 class LastWords {
   public:
+    /// The number of connections that are kept at most.
     static constexpr int Most = 64;
 
     explicit LastWords(std::chrono::milliseconds patience) : patience_(patience) {}
 
+    /// Takes over a connection and what is still to be sent on it.
     void Send(InetSocket socket, std::string unsent);
 
   private:

@@ -6,8 +6,10 @@
 
 namespace veltrix {
 
+/// The kinds of picture files that are read.
 enum class PictureKind { Bmp, Jpg, Gif };
 
+/// What the head of a picture file says of its first image.
 struct PictureHead {
     PictureKind kind = PictureKind::Bmp;
     int width = 0;   ///< pixels, above 0

@@ -38,6 +38,7 @@ class QtEventLoop final : public EventLoop {
       private:
         QtEventLoop& loop_;
     };
+    /// Whether one stands.
     bool TimersHeld() const { return holds_ > 0; }
 
   private:

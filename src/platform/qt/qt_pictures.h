@@ -6,6 +6,7 @@
 
 namespace veltrix {
 
+/// Pictures by the decoders of Qt.
 class QtPictures final : public Pictures {
   public:
     /// Names are relative to `workingDirectory`. Silences what Qt's decoders say on standard error.

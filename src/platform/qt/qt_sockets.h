@@ -24,6 +24,7 @@ class QtSockets final : public Sockets {
 
     std::unique_ptr<Socket> MakeSocket() override;
 
+    /// What its sockets work with: the loop their events come from and the address of the station.
     QtEventLoop& Loop() { return loop_; }
     const std::string& Address() const { return address_; }
     /// Of all sockets: a request may be accepted on another socket than the one that told of it.

@@ -6,6 +6,7 @@
 
 namespace veltrix::resources {
 
+/// The names of the files that are part of the program.
 inline constexpr char Font[] = ":/fonts/DejaVuSans.ttf";
 inline constexpr char Icon[] = ":/pictures/icon.png";
 inline constexpr char PolarBackground[] = ":/pictures/polar.png";
