@@ -1,7 +1,6 @@
 #pragma once
 // The colours of a map while it is painted.
 
-#include <string_view>
 #include <vector>
 
 #include "cartography/coverage.h"
@@ -25,6 +24,7 @@ class Canvas {
   public:
     Canvas() : tints_(static_cast<std::size_t>(MapSize) * MapSize) {}
 
+    /// The colour of a pixel. REQUIRES that it lies on the map.
     Tint& At(int x, int y) { return tints_[static_cast<std::size_t>(y * MapSize + x)]; }
 
     /// Lays a colour over all that is covered, as opaque as `strength`, 0 to 1.
@@ -33,6 +33,7 @@ class Canvas {
     /// Draws a text whose upper left corner is at a pixel, on a ground that is darkened around it.
     void Print(const GlyphMask& text, int left, int top, const Tint& color);
 
+    /// The map with its colours rounded to whole numbers.
     Bitmap Finished() const;
 
   private:

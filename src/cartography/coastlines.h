@@ -25,6 +25,7 @@ class Coastlines {
     /// Reads the decompressed bytes. Raises Internal when they are damaged.
     explicit Coastlines(std::span<const std::byte> data);
 
+    /// The lines between land and sea, and those between countries.
     const std::vector<GridLine>& Coasts() const { return coasts_; }
     const std::vector<GridLine>& Borders() const { return borders_; }
 

@@ -13,6 +13,7 @@ class Coverage {
   public:
     Coverage() : parts_(static_cast<std::size_t>(MapSize) * MapSize) {}
 
+    /// The part of one pixel. REQUIRES that it lies on the map.
     float At(int x, int y) const { return parts_[Index(x, y)]; }
     float& At(int x, int y) { return parts_[Index(x, y)]; }
 
@@ -43,6 +44,7 @@ class AreaFill {
     /// A piece of an outline. Pieces that follow each other share their ends to the bit.
     void Add(MapPixel from, MapPixel to);
 
+    /// What the outlines surround; at its edges the part of each pixel that it covers.
     Coverage Fill() const;
 
   private:

@@ -1,7 +1,6 @@
 #include "cartography/map_files.h"
 
 #include <array>
-#include <utility>
 
 #include "common/neutral_text.h"
 #include "display/bitmap_file.h"

@@ -1,9 +1,7 @@
 #include "cartography/map_painter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
-#include <utility>
 #include <vector>
 
 #include "cartography/canvas.h"

@@ -20,6 +20,7 @@ class MapProjection {
   public:
     explicit MapProjection(const MapPlace& place);
 
+    /// The place that the map is of.
     const MapPlace& Place() const { return place_; }
 
     /// Where a place lies, on the map or outside of it; degrees. Within a quarter of the circumference it is
@@ -50,6 +51,7 @@ class MapProjection {
 /// that the curves of the projection are kept. What is not near the map is left out.
 class MapPath {
   public:
+    /// Takes a straight piece: its two ends.
     using Piece = std::function<void(MapPixel, MapPixel)>;
 
     MapPath(const MapProjection& projection, Piece piece)

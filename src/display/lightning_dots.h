@@ -18,6 +18,7 @@ namespace veltrix {
 /// the map under it, equal in size and with their pixels as scale. Dots outside are kept, but not seen.
 class LightningDots {
   public:
+    /// The number of dots that are kept.
     static constexpr std::size_t Slots = 2000;
 
     explicit LightningDots(Clock& clock);

@@ -16,6 +16,7 @@ class PictureBox final : public Control {
     PictureBox(std::string name, int width, int height, const SurfaceScale& scale, Glyphs& glyphs)
         : Control(std::move(name), ControlKind::Picture), surface(width, height, glyphs, scale) {}
 
+    /// What is drawn on.
     Surface surface;
 
     /// The colours that the surface draws with.

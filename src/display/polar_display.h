@@ -18,6 +18,7 @@ namespace veltrix {
 /// Owned by the form. REQUIRES a square surface whose scale is its pixels, and a clean copy of the same size.
 class PolarDisplay {
   public:
+    /// The number of dots of the trail behind the head.
     static constexpr std::size_t Slots = 1001;
 
     /// `surface` is what is seen, `cleanCopy` keeps the background without dots.

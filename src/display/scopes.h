@@ -20,12 +20,14 @@ struct ScopeState {
     std::int16_t iDisplay = 0;    ///< next point of the trace
     std::int16_t iRemaining = 0;  ///< points still to be drawn, 0 when idle
 
+    /// Whether points of a trace are still to be drawn.
     bool Drawing() const { return iRemaining > 0; }
     /// A trace begins: points 1 to 99 are to be drawn.
     void Arm();
     /// The place in the ring that the next point of the trace comes from: 70 frames ahead, which holds the
     /// frame that is 30 frames old, so that the trigger stands at 30 percent of the trace.
     std::size_t Source() const;
+    /// Moves the trace on by one point.
     void PointDrawn();
     /// Moves the writing place on by one frame.
     void FrameWritten();
@@ -41,6 +43,7 @@ class AmplitudeScope {
   public:
     explicit AmplitudeScope(Surface& surface) : pic_(surface) {}
 
+    /// Whether a trace is being drawn, a piece with each frame.
     bool Drawing() const { return state_.Drawing(); }
     /// A pulse has been triggered: begins a trace.
     void ScopeArm();
@@ -65,6 +68,7 @@ class XYScope {
   public:
     explicit XYScope(Surface& surface) : pic_(surface) {}
 
+    /// Whether a trace is being drawn, a piece with each frame.
     bool Drawing() const { return state_.Drawing(); }
     /// A pulse has been triggered: begins a trace.
     void ScopeArmXY();

@@ -49,6 +49,7 @@ class Surface {
     /// line.
     void Print(std::string_view text);
 
+    /// What text is written in, and what clearing and an uncovered ground show.
     ColourValue ForeColor = White;
     ColourValue BackColor = Black;
 

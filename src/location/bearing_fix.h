@@ -28,6 +28,7 @@ struct HomePlace {
     double HomeLatitude = 0;
 };
 
+/// Where a pair of bearings meets, in the making.
 struct BearingFix {
     double dDirLocal = 0;  ///< bearings after calibration and correction, degrees, 0 to 360
     double dDirRemote = 0;

@@ -1,9 +1,6 @@
 #include "location/correlation_log.h"
 
-#include <initializer_list>
-
 #include "common/neutral_text.h"
-#include "common/one_line.h"
 
 namespace veltrix {
 

@@ -42,6 +42,7 @@ struct StrikeFix {
 /// hands in all it works with. REQUIRES that this outlives it.
 class StrikeLocator {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         Mappers& mappers;
         RecentData& recent;

@@ -32,6 +32,7 @@ struct PairFigures {
 /// Owned by who makes the fixes.
 class PairDisplay {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         std::vector<SyncPanel> panels;  ///< one for each client socket
         TextBox& txtLocal;
@@ -42,6 +43,7 @@ class PairDisplay {
 
     explicit PairDisplay(Parts parts) : parts_(std::move(parts)) {}
 
+    /// The sync display of a client socket. Throws std::out_of_range for one that is none.
     Surface& PicSync(int socket) { return Panel(socket).PicSync; }
 
     /// Shows the figures of the selected station.

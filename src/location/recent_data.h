@@ -25,6 +25,7 @@ struct RecentFix {
 /// million degrees at most, and a time that a calendar has.
 class RecentData {
   public:
+    /// The number of bearing pairs that are kept.
     static constexpr int Length = 2000;
 
     /// Advances the head by one slot and stores there, in place of the oldest record.

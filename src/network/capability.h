@@ -12,9 +12,11 @@ inline constexpr std::int32_t UnderstandsMarkedEntries = 1;
 /// The mark of UnderstandsMarkedEntries in a line.
 inline constexpr std::string_view MarkedEntriesMark = "#O";
 
+/// `mask` with those bits set.
 constexpr std::int32_t CapabilitySet(std::int32_t mask, std::int32_t bits) {
     return mask | bits;
 }
+/// True when one of the bits is set in `mask`.
 constexpr bool CapabilityTest(std::int32_t mask, std::int32_t bits) {
     return (mask & bits) != 0;
 }

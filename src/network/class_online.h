@@ -17,6 +17,7 @@ namespace veltrix {
 /// leaves the list as it is sent. One for the program. REQUIRES that the clock outlives it.
 class ClassOnline {
   public:
+    /// A station as it waits to be told of.
     struct Entry {
         DateTime dTime = 0;  ///< when it was entered
         std::string sStationName;

@@ -50,25 +50,27 @@ void ClientReader::ReadLines(int index, std::int16_t row, std::string_view rest)
 bool ClientReader::ReadDetection(int index, std::int16_t row, std::string_view text) {
     // The first digit of the year.
     if (!text.starts_with('2') || !HasPairedSeparators(text)) return false;
-    Line line;
-    if (!TakeApart(text, line)) return false;
-    HandOn(index, row, line);
-    return ReadTail(*parts_.sockets.sckClient[static_cast<std::size_t>(index)], row, line.tail);
+    const std::optional<Line> line = TakeApart(text);
+    if (!line) return false;
+    HandOn(index, row, *line);
+    return ReadTail(*parts_.sockets.sckClient[static_cast<std::size_t>(index)], row, line->tail);
 }
 
-bool ClientReader::TakeApart(std::string_view text, Line& line) {
+std::optional<ClientReader::Line> ClientReader::TakeApart(std::string_view text) {
     PatternFields fields = SplitByPattern(text, DetectionPattern);
-    if (!fields.matched) return false;
+    if (!fields.matched) return std::nullopt;
+    Line line;
     try {
         line.remoteTime = ParseStamp(fields.field[0]);
     } catch (const Failure&) {
-        return false;
+        return std::nullopt;
     }
     line.dDir = ValNeutral(fields.field[1]);
     line.lSampleCount = ValNeutral(fields.field[2]);
     line.dAmp = ValNeutral(fields.field[3]);
     line.tail = std::move(fields.field[4]);
-    return std::abs(line.dDir) < BeyondMeasure && std::abs(line.dAmp) < BeyondMeasure;
+    if (!(std::abs(line.dDir) < BeyondMeasure && std::abs(line.dAmp) < BeyondMeasure)) return std::nullopt;
+    return line;
 }
 
 void ClientReader::HandOn(int index, std::int16_t row, const Line& line) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,7 @@ namespace veltrix {
 /// Owned by the client side.
 class ClientReader {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         StationSockets& sockets;
         StationList& list;
@@ -55,7 +57,7 @@ class ClientReader {
 
     void ReadLines(int index, std::int16_t row, std::string_view rest);
     bool ReadDetection(int index, std::int16_t row, std::string_view text);
-    static bool TakeApart(std::string_view text, Line& line);
+    static std::optional<Line> TakeApart(std::string_view text);
     void HandOn(int index, std::int16_t row, const Line& line);
     void Locate(const RemoteDetection& detection);
     bool ReadTail(const Socket& socket, std::int16_t row, const std::string& tail);

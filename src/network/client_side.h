@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <string>
 
 #include "network/class_online.h"
 #include "network/client_reader.h"
@@ -18,6 +17,7 @@ namespace veltrix {
 /// greeting of the new connection is what keeps its row fresh. Owned by the form.
 class ClientSide {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         StationSockets& sockets;
         Selection& selection;

@@ -20,6 +20,7 @@ namespace veltrix {
 /// form.
 class DetectionSender final : public DetectionBroadcaster {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         StationSockets& sockets;
         OnlineEntries& entries;
@@ -35,6 +36,9 @@ class DetectionSender final : public DetectionBroadcaster {
     void BroadcastDetection(const Detection& detection) override;
     void Timer6_Timer() override;
     void CloseStalePing() override { parts_.ping.CloseStalePing(); }
+
+    /// Detections since start that no peer was offered, as too many were waiting.
+    std::uint64_t DroppedLines() const { return queue_.Dropped(); }
 
   private:
     Parts parts_;

@@ -13,6 +13,7 @@ namespace veltrix {
 /// it has changed. REQUIRES that the files outlive it.
 class IgnoreList {
   public:
+    /// The file, in the working directory.
     static constexpr std::string_view FileName = "IgnoreList.txt";
 
     explicit IgnoreList(Files& files) : files_(files) {}

@@ -1,8 +1,6 @@
 #pragma once
 // The one-way stream of located strikes for an outside display.
 
-#include <functional>
-
 #include "network/station_sockets.h"
 #include "platform/error_convention.h"
 #include "timebase/precise_now.h"

@@ -19,6 +19,7 @@ namespace veltrix {
 /// by the form.
 class Ping {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         StationSockets& sockets;
         StationList& list;

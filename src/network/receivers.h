@@ -22,6 +22,7 @@ struct RemoteDetection {
 class RemoteMatching {
   public:
     virtual ~RemoteMatching() = default;
+    /// Offers the detection to its station's pairing; what has become of it.
     virtual StrikeFix MapUpdate(const RemoteDetection& detection) = 0;
 };
 
@@ -42,6 +43,7 @@ struct NetworkReceivers {
     StrikeDisplays* displays = nullptr;
     StrikeAlarm* alarm = nullptr;
 
+    /// Draws the mark of a row anew, where there is somebody to draw it.
     void DrawMark(std::int16_t row) const {
         if (marks) marks->PlaceStationMark(row);
     }

@@ -6,7 +6,10 @@ namespace veltrix {
 
 void SendQueue::EnqueueSend(std::string line) {
     const std::size_t next = (write_ + 1) % ring_.size();
-    if (next == read_) return;
+    if (next == read_) {
+        ++dropped_;
+        return;
+    }
     ring_[write_] = std::move(line);
     write_ = next;
 }

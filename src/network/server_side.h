@@ -21,6 +21,7 @@ namespace veltrix {
 /// come in sees nothing: there is no refusal. Owned by the form.
 class ServerSide {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         StationSockets& sockets;
         StationList& list;
@@ -48,6 +49,7 @@ class ServerSide {
     /// Fills the drop-down list: number, flags ("?" a stranger, "S" silent) and address of each connection.
     void ListServerSockets();
 
+    /// Closes every server socket, the one that listens included.
     void CloseAll();
 
     /// Whether the user wants that address thrown out. Raises what reading the file raises.

@@ -22,6 +22,7 @@ inline constexpr std::int16_t NoRow = -1;
 /// sends a valid greeting is merged in. Nothing frees a row by age. Owned by the form.
 class StationList {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         Mappers& mappers;
         Clock& clock;
@@ -42,6 +43,7 @@ class StationList {
     /// index of an entry and 1 is its row. The entry that was chosen stays so.
     void StationListTo();
 
+    /// True for a number that a row of the list can have.
     static bool StationListIndexValid(std::int16_t MapperIdx) {
         return 1 <= MapperIdx && MapperIdx <= C_NUMBEROFMAPPERS;
     }
@@ -70,6 +72,7 @@ class StationList {
     std::int16_t RowOf(std::string_view sRemoteName, std::string_view sIP, double sLongitude,
                        double sLatitude);
 
+    /// All rows, and the local station as number 0.
     Mappers& Rows() { return parts_.mappers; }
     /// A sign of life of the row's station.
     void Heard(std::int16_t row) { parts_.mappers[row].dLastHeared = parts_.clock.Now(); }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <span>
 #include <tuple>
 #include <vector>
 

@@ -11,6 +11,8 @@
 
 namespace veltrix {
 
+/// The sockets that other stations are let in on, the one that listens included, and those on which this
+/// station listens to others.
 inline constexpr int ServerSockets = 20;
 inline constexpr int ClientSockets = 2;
 /// The server socket that only listens.

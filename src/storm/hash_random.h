@@ -27,6 +27,7 @@ class HashRandom {
   public:
     explicit constexpr HashRandom(std::uint64_t key) : key_(key) {}
 
+    /// The next number of the sequence, of all 64-bit numbers.
     constexpr std::uint64_t Next() { return Mixed(key_ ^ Mixed(count_++)); }
     /// Evenly in 0 to below 1.
     constexpr double Uniform() { return static_cast<double>(Next() >> 11) * 0x1p-53; }

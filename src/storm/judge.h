@@ -43,17 +43,20 @@ struct PositionErrors {
 /// The findings. A line belongs to the strike whose arrival at the station is nearest to the line's sample
 /// number, within 5 ms. A strike counts once however many lines belong to it.
 struct Judgement {
+    /// How well one station heard.
     struct Detected {
         std::string station;
         bool isInStep = true;      ///< false: the strike log fits no strikes, and nothing of it counts
         std::size_t strikes = 0;   ///< of the truth
         std::size_t noStrike = 0;  ///< lines that belong to none
     };
+    /// How well the first station paired with another one.
     struct Paired {
         std::string station;
         std::size_t strikes = 0;
         std::size_t wrong = 0;  ///< pairs with a detection of another strike, or with one of none
     };
+    /// How well the first station located with another one.
     struct Located {
         std::string station;  ///< the other one
         PositionErrors errors;

@@ -36,6 +36,7 @@ double GeodesicDistance(double latitude1, double longitude1, double latitude2, d
 class Propagation {
   public:
     Propagation();
+    /// What a station hears of a strike, and when.
     Arrival At(const StormStation& station, const Strike& strike) const;
 
   private:

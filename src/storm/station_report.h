@@ -2,7 +2,6 @@
 // What a station wrote down about a storm: its strike log, its correlation log and the located strikes that
 // it printed. docs/files.md describes the lines.
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>

@@ -11,6 +11,7 @@ namespace veltrix {
 /// Nanoseconds since 1 January 1970 00:00 UTC, leap seconds left out; holds the years 1678 to 2261.
 using UtcTime = std::int64_t;
 
+/// The length of a second in UtcTime.
 inline constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
 
 /// The instant of a stamp "YYYY-MM-DDTHH:MM:SS", to which a fraction of up to nine digits and a "Z" may be

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
-#include <tuple>
 #include <utility>
 
 #include "cartography/map_painter.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/failure.h"
 #include "location/mod_calc_globe.h"

@@ -1,7 +1,6 @@
 #pragma once
 // A station and a peer that hear the same strikes.
 
-#include <cmath>
 #include <string>
 #include <vector>
 
