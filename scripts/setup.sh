@@ -3,23 +3,30 @@
 #   scripts/setup.sh run    what building and running the programs takes
 #   scripts/setup.sh dev    that, and what tests, benchmarks, format check and clang-tidy take
 #   scripts/setup.sh fuzz   that, and what fuzzing takes
+#   scripts/setup.sh bench  what running takes, and what the figures of docs/performance.md take
 #   scripts/setup.sh shots  what running takes, and what screenshots take
+#   scripts/setup.sh package  what building takes, and what the Debian package takes
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build pkg-config qt6-base-dev portaudio19-dev libsndfile1-dev libsimpleini-dev
-    libgeographiclib-dev)
-dev_packages=(libgtest-dev libbenchmark-dev clang-format clang-tidy-16)
+    libgeographiclib-dev libasound2-dev libsamplerate0-dev nlohmann-json3-dev)
+dev_packages=(libgtest-dev libbenchmark-dev clang-format clang-tidy-16 shellcheck mandoc desktop-file-utils appstream
+    systemd iproute2 python3)
 fuzz_packages=(clang-16 libclang-rt-16-dev)
-shots_packages=(xvfb scrot)
+bench_packages=(libbenchmark-dev python3 python3-numpy python3-scipy)
+shots_packages=(xvfb scrot pngquant)
+package_packages=(dpkg-dev file)
 
 packages=("${run_packages[@]}")
 case "${1:-}" in
 run) ;;
 dev) packages+=("${dev_packages[@]}") ;;
 fuzz) packages+=("${dev_packages[@]}" "${fuzz_packages[@]}") ;;
+bench) packages+=("${bench_packages[@]}") ;;
 shots) packages+=("${shots_packages[@]}") ;;
+package) packages+=("${package_packages[@]}") ;;
 *)
-    echo "usage: scripts/setup.sh run|dev|fuzz|shots" >&2
+    echo "usage: scripts/setup.sh run|dev|fuzz|bench|shots|package" >&2
     exit 64
     ;;
 esac

@@ -18,6 +18,7 @@ class BlockFiles {
     /// Writes the file in progress, whole.
     virtual void WriteTemporary(std::span<const std::byte> content) = 0;
 
+    /// What came of Publish().
     enum class Publication {
         Done,          ///< the content stands under the block file's name
         NameTaken,     ///< that name stands already; nothing was changed

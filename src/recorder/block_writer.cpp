@@ -26,7 +26,9 @@ BlockWriter::BlockWriter(BlockFiles& files, const BlockWriterSettings& settings,
 }
 
 void BlockWriter::Take(std::span<const std::int16_t> samples) {
-    lost_ += queue_.Push(samples);
+    const std::size_t lost = queue_.Push(samples);
+    lost_ += lost;
+    total_.framesLost += lost;
 }
 
 bool BlockWriter::IsHungry() const {
@@ -76,6 +78,8 @@ bool BlockWriter::WriteBlock(Moment now, bool isLast) {
     // The station clears the file in progress away when it starts; the frames then go with the next try.
     if (files_.Publish() != BlockFiles::Publication::Done) return false;
     queue_.Drop(frames);
+    total_.framesWritten += frames;
+    ++total_.blocksWritten;
     stands_ = true;
     lastPublished_ = now;
     return true;

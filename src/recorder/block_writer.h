@@ -15,6 +15,7 @@
 
 namespace veltrix {
 
+/// Sizes and times of a BlockWriter.
 struct BlockWriterSettings {
     /// Largest block, bytes; whole frames of it are used. At least 4.
     std::size_t maxBytes = 128 * 1024;
@@ -53,6 +54,14 @@ class BlockWriter {
     /// True when a block has stood for the limit, or the folder has been missing for as long.
     bool IsAbandoned(Moment now) const;
 
+    /// What has happened since the start.
+    struct Counts {
+        std::uint64_t framesWritten = 0;
+        std::uint64_t framesLost = 0;  ///< by a late station
+        std::uint64_t blocksWritten = 0;
+    };
+    const Counts& Total() const { return total_; }
+
     /// Removes the file in progress and tells of losses that were not told yet.
     void Finish();
 
@@ -67,6 +76,7 @@ class BlockWriter {
     Say say_;
     FrameQueue queue_;
     std::vector<std::int16_t> block_;
+    Counts total_;
     std::size_t lost_ = 0;  // frames in this episode
     std::optional<Moment> lossesSince_;
     bool stands_ = false;

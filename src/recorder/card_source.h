@@ -1,33 +1,17 @@
 #pragma once
-// Samples from a sound card.
+// Samples from a sound card, come what may.
 
-#include <atomic>
 #include <chrono>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "recorder/card_stream.h"
 #include "recorder/sample_source.h"
 #include "recorder/sound_cards.h"
 
 namespace veltrix {
-
-/// Frames on their way from the sound library's thread to ours: one writes, one reads, none waits.
-class CardRing {
-  public:
-    explicit CardRing(std::size_t frames) : ring_(2 * frames) {}
-
-    /// Called by the writer. What does not fit is dropped; returns false then.
-    bool Write(const std::int16_t* samples, std::size_t frames);
-    /// Called by the reader; returns the frames copied.
-    std::size_t Read(std::span<std::int16_t> samples);
-
-  private:
-    std::vector<std::int16_t> ring_;
-    std::atomic<std::size_t> written_ = 0;  // samples since the start
-    std::atomic<std::size_t> read_ = 0;
-};
 
 /// Tells once that a card delivers nothing but zeros, and how long that lasts.
 class SilenceWatch {
@@ -41,35 +25,50 @@ class SilenceWatch {
     std::size_t silentSamples_ = 0;
 };
 
-/// Records a sound card at 22050 Hz in two channels. A card that is missing, or goes away, is looked for
-/// again by its name, for ever, every few seconds; each change is told once. One that is muted is as good as
-/// missing: exact zeros are held back after some seconds, for no station can measure noise in them. While it
-/// lives, standard error leads nowhere, for the sound libraries write to it from threads of their own.
+/// Records a sound card in two channels; one that does not offer 22050 Hz is resampled. A card that is
+/// missing, or goes away, or delivers no frames, is looked for again by its name, for ever, every few
+/// seconds; each change is told once. One that is muted is as good as missing: exact zeros are held back
+/// after some seconds, for no station can measure noise in them. Cards are opened and closed by threads of
+/// their own, for a sound system that hangs must not hold up the recorder. While it lives, standard error
+/// leads nowhere, for the sound libraries write to it from threads of their own.
 class CardSource final : public SampleSource {
   public:
-    /// `device`: the card's name or a part of it; empty: the default card.
-    CardSource(std::string device, Say say);
+    /// `device`: the card's name or a part of it; empty: the default card. `rate`: frames a second that the
+    /// card is to deliver; 0: the best that it offers.
+    CardSource(std::string device, int rate, Say say);
     ~CardSource() override;
 
     std::size_t Read(std::span<std::int16_t> samples, Moment now) override;
+    bool Release() override;
 
   private:
-    class Stream;
+    struct Opening {
+        std::unique_ptr<CardStream> stream;
+        std::string problem;
+    };
 
-    void Open(Moment now);
+    bool IsOpen(Moment now);
+    void TakeOpened(Moment now);
     void Close(Moment now);
+    std::size_t HearSilence(std::span<const std::int16_t> samples);
+    void Watch(Moment now);
     void Tell(const std::string& state);
 
     QuietErrors quiet_;
     std::string device_;
+    int rate_;
     Say say_;
-    std::unique_ptr<SoundSystem> system_;
-    std::unique_ptr<Stream> stream_;
+    std::future<Opening> opening_;
+    std::future<void> closing_;
+    std::unique_ptr<CardStream> stream_;
     std::string cardName_;
     std::string told_;  // the last state that was told
     std::optional<Moment> retryAt_;
+    std::optional<Moment> unansweredSince_;
     Moment lastFrames_;
     std::optional<Moment> lastOverrun_;
+    std::uint64_t lostBefore_ = 0;  // by earlier streams
+    std::uint64_t clippedBefore_ = 0;
     SilenceWatch silence_;
 };
 

@@ -15,7 +15,9 @@ class FrameQueue {
     /// REQUIRES capacity > 0.
     explicit FrameQueue(std::size_t capacity) : ring_(2 * capacity) {}
 
+    /// Frames that fit.
     std::size_t Capacity() const { return ring_.size() / 2; }
+    /// Frames that wait.
     std::size_t Size() const { return size_; }
 
     /// Adds frames, samples left and right in turn; returns how many frames were pushed out and are lost.

@@ -31,7 +31,7 @@ Messages::~Messages() {
 
 void Messages::Say(const std::string& line) const {
     ::dprintf(errors_, "SndInput: %s\n", line.c_str());
-    Append(line);
+    if (!log_.empty()) Append(line);
 }
 
 void Messages::Append(const std::string& line) const {

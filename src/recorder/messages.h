@@ -11,13 +11,14 @@ namespace veltrix {
 /// that cannot be written are dropped.
 class Messages {
   public:
-    /// `log`: the log file. When it grows beyond 64 KiB it is renamed, ".old" before the extension, and begun
-    /// anew.
+    /// `log`: the log file; none where it is empty. When it grows beyond 64 KiB it is renamed, ".old" before
+    /// the extension, and begun anew.
     explicit Messages(std::filesystem::path log);
     ~Messages();
     Messages(const Messages&) = delete;
     Messages& operator=(const Messages&) = delete;
 
+    /// Writes a line, without a line end.
     void Say(const std::string& line) const;
 
   private:

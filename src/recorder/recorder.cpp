@@ -1,8 +1,9 @@
 #include "recorder/recorder.h"
 
 #include <algorithm>
-#include <cmath>
 #include <thread>
+
+#include "recorder/sound_frames.h"
 
 namespace veltrix {
 
@@ -16,8 +17,14 @@ constexpr int PiecesPerRound = 16;
 
 }  // namespace
 
-Recorder::Recorder(SampleSource& source, BlockWriter& writer, double gain)
-    : source_(source), writer_(writer), gain_(gain), samples_(2 * PieceFrames) {}
+void ClippedCount::Add(const SoundLevel& level, const SourceStatus& status) {
+    const std::uint64_t bySource = status.framesClipped - seenBySource_;
+    seenBySource_ = status.framesClipped;
+    frames_ += std::max(level.clippedFrames, bySource);
+}
+
+Recorder::Recorder(SampleSource& source, BlockWriter& writer, StateFile& file, double gain)
+    : source_(source), writer_(writer), file_(file), gain_(gain), samples_(2 * PieceFrames) {}
 
 std::string Recorder::Run(const std::function<bool()>& isStopped) {
     std::string why;
@@ -25,6 +32,7 @@ std::string Recorder::Run(const std::function<bool()>& isStopped) {
         const Moment now = std::chrono::steady_clock::now();
         MoveSamples(now);
         writer_.Step(now, source_.HasEnded());
+        if (file_.IsDue(now, source_.Status())) file_.Write(now, State());
         if (isStopped())
             why = "asked to end";
         else if (source_.HasEnded() && writer_.IsDone())
@@ -35,20 +43,33 @@ std::string Recorder::Run(const std::function<bool()>& isStopped) {
             std::this_thread::sleep_for(RoundInterval);
     }
     writer_.Finish();
+    file_.End(std::chrono::steady_clock::now(), State());
     return why;
 }
 
 void Recorder::MoveSamples(Moment now) {
+    level_.Advance(now.time_since_epoch() / std::chrono::seconds(1));
     for (int piece = 0; piece < PiecesPerRound; ++piece) {
         if (source_.Waits() && !writer_.IsHungry()) return;
         const std::size_t frames = source_.Read(samples_, now);
         const std::span<std::int16_t> read(samples_.data(), 2 * frames);
-        if (gain_ != 1)
-            for (std::int16_t& sample : read)
-                sample = static_cast<std::int16_t>(std::lrint(std::clamp(gain_ * sample, -32768.0, 32767.0)));
+        ApplyGain(read, gain_);
+        const SoundLevel level = SoundLevel::Of(read);
+        level_.Add(level);
+        clipped_.Add(level, source_.Status());
         writer_.Take(read);
         if (frames < PieceFrames) return;
     }
+}
+
+RecorderState Recorder::State() const {
+    const BlockWriter::Counts& written = writer_.Total();
+    return {.source = source_.Status(),
+            .framesWritten = written.framesWritten,
+            .framesLost = written.framesLost + source_.Status().framesLost,
+            .blocksWritten = written.blocksWritten,
+            .clippedFrames = clipped_.Frames(),
+            .level = level_.All()};
 }
 
 }  // namespace veltrix

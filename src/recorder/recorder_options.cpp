@@ -17,19 +17,19 @@ using Task = RecorderOptions::Task;
 constexpr std::size_t LeastBlock = 1024;
 constexpr std::size_t LargestBlock = std::size_t{64} * 1024 * 1024;
 constexpr double LargestGain = 1000;
+constexpr double LongestLevel = 86400;  // s
 
 struct TaskName {
     std::string_view argument;
     Task task;
 };
 
-constexpr TaskName Tasks[] = {{"/stop", Task::Stop},
-                              {"/list", Task::List},
-                              {"/?", Task::Help},
-                              {"--help", Task::Help},
-                              {"--version", Task::Version}};
+constexpr TaskName Tasks[] = {{"/stop", Task::Stop},   {"/list", Task::List},       {"--list", Task::List},
+                              {"/level", Task::Level}, {"--level", Task::Level},    {"/?", Task::Help},
+                              {"--help", Task::Help},  {"--version", Task::Version}};
 
-constexpr std::string_view ValueNames[] = {"/ch", "/dt", "/gain", "/maxsize", "/sr", "/of"};
+constexpr std::string_view ValueNames[] = {"/ch", "/dt", "/gain",  "/maxsize",
+                                           "/sr", "/of", "/level", "--level"};
 
 std::optional<Task> TaskOf(const std::string& argument) {
     const auto found = std::ranges::find(Tasks, LowerCase(argument), &TaskName::argument);
@@ -64,6 +64,13 @@ double GainOf(const std::string& argument, std::string_view value) {
     return *gain;
 }
 
+double LevelSecondsOf(const std::string& argument, std::string_view value) {
+    const std::optional<double> seconds = NumberOf<double>(value);
+    if (!seconds || !(*seconds > 0 && *seconds <= LongestLevel))
+        throw WrongRecorderOption{argument + ": seconds above 0, up to 86400"};
+    return *seconds;
+}
+
 std::size_t SizeOf(const std::string& argument, std::string_view value) {
     std::size_t unit = 1;
     if (!value.empty()) {
@@ -89,6 +96,11 @@ RecorderOptions ReadRecorderOptions(const std::vector<std::string>& arguments) {
             behindPath = false;
             continue;
         }
+        const bool behindLevel = options.task == Task::Level && options.seconds == 0 && !behindPath;
+        if (behindLevel && NumberOf<double>(argument)) {
+            options.seconds = LevelSecondsOf(argument, argument);
+            continue;
+        }
         const std::string name = ValueNameOf(argument);
         if (name.empty() && behindPath) {
             options.blockFile += ' ';
@@ -103,6 +115,9 @@ RecorderOptions ReadRecorderOptions(const std::vector<std::string>& arguments) {
             Demand(argument, value, 2);
         } else if (name == "/sr") {
             Demand(argument, value, 22050);
+        } else if (name == "/level" || name == "--level") {
+            options.task = Task::Level;
+            options.seconds = LevelSecondsOf(argument, value);
         } else if (name == "/gain") {
             options.gain = GainOf(argument, value);
         } else if (name == "/maxsize") {
@@ -118,34 +133,37 @@ RecorderOptions ReadRecorderOptions(const std::vector<std::string>& arguments) {
 }
 
 std::string RecorderHelp() {
-    return "SndInput /ch=2 /dt=2 /gain=1 /maxsize=128K /sr=22050 [/of=FILE]\n"
-           "\n"
-           "Records two channels at 22050 frames a second and hands them to a station in blocks.\n"
-           "\n"
-           "  /ch=2         channels; only 2\n"
-           "  /dt=2         bytes a sample; only 2\n"
-           "  /gain=1       factor for each sample\n"
-           "  /maxsize=128K largest block, in bytes, K or M\n"
-           "  /sr=22050     frames a second; only 22050\n"
-           "  /of=FILE      block file (default: audio.dat)\n"
-           "  /stop         asks the recorder of that block file to end\n"
-           "  /list         lists the sound cards\n"
-           "  /?, --help, --version\n"
-           "\n"
-           "The source is told by the environment variable SNDINPUT_SOURCE, else by source= in SndInput.ini "
-           "in the\n"
-           "working folder or the program's folder:\n"
-           "\n"
-           "  card                    the default sound card; ;device=NAME another\n"
-           "  file:NAME               a sound file; ;speed=1 in real time (default), ;speed=max as fast as "
-           "taken\n"
-           "  storm:NAME[,STATION]    a synthetic storm: a scenario file or the built-in demo\n"
-           "\n"
-           "Behind each, ;idle=SECONDS tells after how long without a station it ends (default: 600).\n"
-           "\n"
-           "Exit code 0: asked to end, file played, or no station for ten minutes. 1: /stop found no "
-           "recorder, or the\n"
-           "earlier recorder does not end. 64: wrong option or setting. 66: the source cannot be used.\n";
+    return R"(SndInput /ch=2 /dt=2 /gain=1 /maxsize=128K /sr=22050 [/of=FILE]
+
+Records two channels at 22050 frames a second and hands them to a station in blocks.
+
+  /ch=2         channels; only 2
+  /dt=2         bytes a sample; only 2
+  /gain=1       factor for each sample
+  /maxsize=128K largest block, in bytes, K or M
+  /sr=22050     frames a second; only 22050
+  /of=FILE      block file (default: audio.dat)
+  /stop         asks the recorder of that block file to end
+  /list, --list lists the sound cards and the rates that they offer
+  /level, --level [SECONDS]
+                shows how loud the source is, without recording, for so long or until Ctrl-C
+  /?, --help, --version
+
+The source is told by the environment variable SNDINPUT_SOURCE, else by source= in SndInput.ini in the
+working folder or the program's folder:
+
+  card                    the default sound card; ;device=NAME another; ;rate=RATE at that rate of the card
+  file:NAME               a sound file, a folder, a pattern with * and ?, a play list (.m3u), or several of
+                          them with | between; ;speed=1 in real time (default), ;speed=max as fast as taken;
+                          ;loop=yes again and again; ;wait=yes waits for further files
+  storm:NAME[,STATION]    a synthetic storm: a scenario file or the built-in demo
+
+Behind each, ;idle=SECONDS tells after how long without a station it ends (default: 600).
+
+Exit code 0: asked to end, files played, or no station for ten minutes. 1: /stop found no recorder, the
+earlier recorder does not end, or --level heard no sound. 64: wrong option or setting. 66: the source cannot
+be used.
+)";
 }
 
 }  // namespace veltrix

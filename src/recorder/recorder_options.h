@@ -9,9 +9,10 @@ namespace veltrix {
 
 /// What the command line asks for.
 struct RecorderOptions {
-    enum class Task { Record, Stop, List, Help, Version };
+    enum class Task { Record, Stop, List, Level, Help, Version };
 
     Task task = Task::Record;
+    double seconds = 0;                   ///< that the level is shown; 0: until told to end
     double gain = 1;                      ///< linear
     std::size_t maxBytes = 128 * 1024;    ///< largest block
     std::string blockFile = "audio.dat";  ///< with "/" as separator

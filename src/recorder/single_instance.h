@@ -22,6 +22,7 @@ class SingleInstance {
     /// True once somebody has asked this one to end. Does not wait.
     bool IsAskedToEnd();
 
+    /// What came of Stop().
     enum class Stopped { NoneRuns, Ended, StillRuns };
     /// Asks the recorder of `block` to end and waits for it up to `limit`.
     static Stopped Stop(const std::filesystem::path& block, std::chrono::milliseconds limit);

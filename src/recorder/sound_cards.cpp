@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -14,9 +15,13 @@
 
 namespace veltrix {
 
-SoundSystem::SoundSystem() {
-    // Lets cards that know only 44100 or 48000 Hz be used at 22050 Hz.
+void SoundSystem::Prepare() {
+    // Lets cards be used that know only other widths of samples than ours. It could convert rates, too, but
+    // badly; we open a card at a rate of its own.
     ::setenv("PA_ALSA_PLUGHW", "1", 0);
+}
+
+SoundSystem::SoundSystem() {
     const QuietErrors quiet;
     const PaError error = Pa_Initialize();
     if (error != paNoError) throw Failure(errors::DeviceIo, Pa_GetErrorText(error), "recorder");
@@ -33,7 +38,9 @@ std::vector<SoundCard> SoundSystem::Cards() const {
     for (int device = 0; device < Pa_GetDeviceCount(); ++device) {
         const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
         if (info != nullptr && info->maxInputChannels > 0)
-            cards.push_back({device, info->name, info->maxInputChannels, device == preset});
+            cards.push_back({device, info->name, info->maxInputChannels, device == preset,
+                             static_cast<int>(std::lrint(info->defaultSampleRate)),
+                             Pa_GetHostApiInfo(info->hostApi)->type == paALSA});
     }
     return cards;
 }

@@ -13,6 +13,8 @@ struct SoundCard {
     std::string name;
     int channels = 0;  ///< input channels
     bool isDefault = false;
+    int nativeRate = 0;   ///< what the sound system calls its own rate, frames a second
+    bool isAlsa = false;  ///< reached by ALSA
 };
 
 /// PortAudio, from its start to its end. Devices are looked for at the start only, so a card that was plugged
@@ -20,12 +22,16 @@ struct SoundCard {
 /// thrown away.
 class SoundSystem {
   public:
+    /// Sets the environment as the sound libraries need it. To be called before the program has threads.
+    static void Prepare();
+
     /// Raises DeviceIo when PortAudio cannot start.
     SoundSystem();
     ~SoundSystem();
     SoundSystem(const SoundSystem&) = delete;
     SoundSystem& operator=(const SoundSystem&) = delete;
 
+    /// Those that can be used now; one that another program holds may be missing.
     std::vector<SoundCard> Cards() const;
     /// The card of that name; else the first whose name contains it, without regard to case. The empty name
     /// is the default card.

@@ -11,6 +11,18 @@
 
 namespace veltrix {
 
+/// A sample of full scale 1 as 16 bit, rounded; what goes beyond is clipped.
+inline std::int16_t SampleOf(float value) {
+    return static_cast<std::int16_t>(std::lrint(std::clamp(value * 32768.0F, -32768.0F, 32767.0F)));
+}
+
+/// Multiplies samples by a linear factor; products are rounded and clipped.
+inline void ApplyGain(std::span<std::int16_t> samples, double gain) {
+    if (gain == 1) return;
+    for (std::int16_t& sample : samples)
+        sample = static_cast<std::int16_t>(std::lrint(std::clamp(gain * sample, -32768.0, 32767.0)));
+}
+
 /// Reads up to as many frames of two channels as `samples` holds and returns how many it were; fewer only at
 /// the end of the file. Full scale is 32768 whatever format the file has, so that a quiet recording stays
 /// quiet; what goes beyond is clipped. REQUIRES a file of two channels.
@@ -22,9 +34,7 @@ inline std::size_t ReadFrames(SNDFILE* file, std::span<std::int16_t> samples) {
         const sf_count_t got = sf_readf_float(file, piece.data(), static_cast<sf_count_t>(wanted));
         if (got <= 0) break;
         const auto read = static_cast<std::size_t>(got);
-        for (std::size_t i = 0; i < 2 * read; ++i)
-            samples[2 * frames + i] =
-                static_cast<std::int16_t>(std::lrint(std::clamp(piece[i] * 32768.0F, -32768.0F, 32767.0F)));
+        for (std::size_t i = 0; i < 2 * read; ++i) samples[2 * frames + i] = SampleOf(piece[i]);
         frames += read;
     }
     return frames;

@@ -13,12 +13,13 @@
 #include "common/letter_case.h"
 
 #include "recorder/recorder_options.h"
+#include "recorder/resampler.h"
 
 namespace veltrix {
 
 namespace {
 
-constexpr std::string_view KnownKeys[] = {"source", "device", "speed", "idle"};
+constexpr std::string_view KnownKeys[] = {"source", "device", "rate", "speed", "loop", "wait", "idle"};
 constexpr double LongestIdle = 86400;  // s
 
 /// Takes what stands before `sign` off the front of `rest`, and the sign, too.
@@ -32,7 +33,7 @@ std::string_view TakeUpTo(char sign, std::string_view& rest) {
 void CheckKey(const std::string& key, const std::string& where) {
     if (std::ranges::find(KnownKeys, key) == std::end(KnownKeys))
         throw WrongRecorderOption{where + ": unknown key '" + key +
-                                  "'; known are source, device, speed and idle"};
+                                  "'; known are source, device, rate, speed, loop, wait and idle"};
 }
 
 std::chrono::milliseconds IdleOf(const std::string& text) {
@@ -42,6 +43,22 @@ std::chrono::milliseconds IdleOf(const std::string& text) {
     if (read.ec != std::errc() || read.ptr != end || !(seconds >= 1 && seconds <= LongestIdle))
         throw WrongRecorderOption{"idle=" + text + ": seconds, 1 to 86400"};
     return std::chrono::milliseconds(static_cast<std::int64_t>(seconds * 1000));
+}
+
+int RateOf(const std::string& text) {
+    int rate = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, rate);
+    if (read.ec != std::errc() || read.ptr != end || rate < Resampler::LeastRate ||
+        rate > Resampler::LargestRate)
+        throw WrongRecorderOption{"rate=" + text + ": frames a second, 4000 to 768000"};
+    return rate;
+}
+
+bool IsYes(const std::string& key, const std::string& text) {
+    if (LowerCase(text) == "yes") return true;
+    if (text.empty() || LowerCase(text) == "no") return false;
+    throw WrongRecorderOption{key + "=" + text + ": yes or no"};
 }
 
 bool IsFullSpeed(const std::string& text) {
@@ -117,6 +134,10 @@ SourceChoice ChooseSource(const std::optional<std::string>& environment, const R
     ReadKindAndName(kindAndName, choice);
     choice.device = keys["device"];
     if (!keys["speed"].empty()) choice.fullSpeed = IsFullSpeed(keys["speed"]);
+    if (!keys["rate"].empty()) choice.rate = RateOf(keys["rate"]);
+    choice.loops = IsYes("loop", keys["loop"]);
+    choice.waits = IsYes("wait", keys["wait"]);
+    if (choice.loops && choice.waits) throw WrongRecorderOption{"loop=yes and wait=yes do not go together"};
     if (!keys["idle"].empty()) choice.idle = IdleOf(keys["idle"]);
     return choice;
 }

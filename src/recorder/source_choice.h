@@ -16,10 +16,13 @@ struct SourceChoice {
     enum class Kind { Card, File, Storm };
 
     Kind kind = Kind::Card;
-    std::string name;     ///< of the sound file, or of the scenario
+    std::string name;     ///< of the sound files, or of the scenario
     std::string station;  ///< of the storm; empty: the first
     std::string device;   ///< of the card; empty: the default one
+    int rate = 0;         ///< of the card, frames a second; 0: the best that it offers
     bool fullSpeed = false;
+    bool loops = false;  ///< files: from the first one on again
+    bool waits = false;  ///< files: for further ones at the end
     std::chrono::milliseconds idle =
         std::chrono::minutes(10);  ///< a station that takes no block for so long is gone
 };

@@ -7,11 +7,14 @@ namespace veltrix {
 
 StormSource::StormSource(const std::string& scenario, const std::string& station, UtcTime now,
                          std::filesystem::path truth, const Say& say)
-    : scenario_(LoadScenario(scenario)),
+    : SampleSource("storm"),
+      scenario_(LoadScenario(scenario)),
       station_(scenario_.StationIndex(station)),
       renderer_(scenario_, station_, now),
       pacer_(1 / renderer_.Grid().Period()),
-      truth_(scenario_, std::move(truth), renderer_.Time(), say) {}
+      truth_(scenario_, std::move(truth), renderer_.Time(), say) {
+    status_.device = scenario + ", " + Station();
+}
 
 std::size_t StormSource::Read(std::span<std::int16_t> samples, Moment now) {
     const auto room = static_cast<std::int64_t>(samples.size() / 2);

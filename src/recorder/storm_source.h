@@ -15,7 +15,8 @@ namespace veltrix {
 /// does not disturb it.
 class StormSource final : public SampleSource {
   public:
-    /// `station`: its name; empty: the first. `truth`: the table that is written along. Raises what
+    /// `station`: its name; empty: the first. `truth`: the table that is written along; none
+    /// where it is empty. Raises what
     /// LoadScenario() and Scenario::StationIndex() raise.
     StormSource(const std::string& scenario, const std::string& station, UtcTime now,
                 std::filesystem::path truth, const Say& say);

@@ -17,7 +17,7 @@ TruthFile::TruthFile(const Scenario& scenario, std::filesystem::path name, UtcTi
     : table_(scenario), name_(std::move(name)), writtenTo_(start), say_(std::move(say)) {}
 
 void TruthFile::Write(UtcTime now) {
-    if (now - writtenTo_ < WriteInterval) return;
+    if (name_.empty() || now - writtenTo_ < WriteInterval) return;
     const std::string rows = table_.Rows(writtenTo_, now);
     writtenTo_ = now;
     if (!rows.empty()) Append(rows);

@@ -14,7 +14,7 @@ namespace veltrix {
 /// once, and the rows are dropped. The scenario must outlive it.
 class TruthFile {
   public:
-    /// Begins with the strikes of `start`.
+    /// Begins with the strikes of `start`. Where `name` is empty, nothing is written.
     TruthFile(const Scenario& scenario, std::filesystem::path name, UtcTime start, Say say);
 
     /// Appends the strikes before `now`.

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <numbers>
+
 #include "recorder/recorder_options.h"
 #include "recorder/sample_source.h"
 #include "recorder/source_choice.h"
@@ -22,6 +25,7 @@ TEST(RecorderOptions, UnderstandsTheStationsCommandLine) {
         {{"/ch=2", "/dt=2", "/gain=1", "/maxsize=128K", "/sr=22050"}, "audio.dat", 131072, 1},
         {{"/CH=2", "/Gain=0.5", "/MaxSize=1m", R"(/of=\ram\audio.dat)"}, "/ram/audio.dat", 1048576, 0.5},
         {{"/of=/a", "/b", "x=1", "/sr=22050", "/maxsize=5000"}, "/a /b x=1", 5000, 1},
+        {{"--level", "2.5", "/of=/a", "7"}, "/a 7", 131072, 1},
     };
     for (const auto& [arguments, blockFile, maxBytes, gain] : table) {
         const RecorderOptions read = ReadRecorderOptions(arguments);
@@ -29,7 +33,8 @@ TEST(RecorderOptions, UnderstandsTheStationsCommandLine) {
     }
     for (const char* const wrong :
          {"/ch=1", "/ch=", "/dt=4", "/sr=22050x", "/gain=0", "/gain=nan", "/maxsize=0", "/maxsize=128KB",
-          "/maxsize=65M", "/maxsize=99999999999999999999", "/of=", R"(/of=a\)", "audio.dat", "-h"})
+          "/maxsize=65M", "/maxsize=99999999999999999999", "/of=", R"(/of=a\)", "audio.dat", "-h", "/level=x",
+          "--level=0"})
         EXPECT_THROW(ReadRecorderOptions({wrong}), WrongRecorderOption) << wrong;
 }
 
@@ -42,9 +47,11 @@ TEST(SourceChoice, EnvironmentGoesBeforeTheFile) {
     const SourceChoice card = ChooseSource("CARD;device=Line In (2);idle=2.5", ini);
     EXPECT_EQ(card.device, "Line In (2)");
     EXPECT_EQ(card.idle, std::chrono::milliseconds(2500));
-    EXPECT_EQ(ChooseSource("file:a, C:b.wav;speed=1", ini).name, "a, C:b.wav");
+    EXPECT_EQ(ChooseSource("file:a, C:b.wav;speed=1;Loop=Yes", ini).name, "a, C:b.wav");
+    EXPECT_EQ(ChooseSource("card;rate=48000", ini).rate, 48000);
     for (const char* const wrong :
-         {"file:", "storm", "card:USB", "card;colour=red", "file:x;speed=2", "card;idle=0", "card;idle=x"})
+         {"file:", "storm", "card:USB", "card;colour=red", "file:x;speed=2", "card;idle=0", "card;idle=x",
+          "card;rate=48k", "file:x;loop=1", "file:x;loop=yes;wait=yes"})
         EXPECT_THROW(ChooseSource(wrong, ini), WrongRecorderOption) << wrong;
     EXPECT_THROW(ParseRecorderIni("sorce=card\n", "SndInput.ini"), WrongRecorderOption);
 }
@@ -58,6 +65,9 @@ struct SndInput : testing::Test {
 
     bool Stands(const char* block) const {
         return WaitFor([&] { return fs::exists(folder / block); });
+    }
+    bool StateIs(const std::string& state) const {
+        return folder.Content("SndInput.state").find("\nstate=" + state + "\n") != std::string::npos;
     }
 
     const ScratchFolder folder;
@@ -132,7 +142,62 @@ TEST_F(SndInput, EndsWithATellingCode) {
     EXPECT_TRUE(WaitFor([&] {
         return folder.Content("SndInput.log").find("'no such card' is not there; try") != std::string::npos;
     }));
+    EXPECT_TRUE(WaitFor([&] { return StateIs("waiting"); }));
     EXPECT_EQ(patient.Terminate(), 0);
+    EXPECT_TRUE(StateIs("ended"));
+}
+
+TEST_F(SndInput, ShowsTheLevelWithoutTouchingAnything) {
+    RunningProgram storm("veltrix-storm", {"demo", "--seconds=20", "--out", "in.wav"}, folder.Text());
+    ASSERT_EQ(storm.Wait(), 0) << storm.Errors();
+    Recorder recorder(folder, "storm:demo");
+    ASSERT_TRUE(Stands("audio.dat"));
+    Recorder level(folder, "file:in.wav;speed=max", {"--level"});
+    EXPECT_EQ(level.Wait(), 0);
+    EXPECT_TRUE(level.HasPrinted("441000 frames: left")) << level.Output();
+    Recorder nothing(folder, "card;device=no such card", {"--level", "0.1"});
+    EXPECT_EQ(nothing.Wait(), 1);
+    EXPECT_TRUE(nothing.HasPrinted("no sound came"));
+    Recorder endless(folder, "storm:demo", {"/level"});
+    EXPECT_TRUE(endless.HasPrinted("left  N-S  peak -"));
+    EXPECT_EQ(endless.Terminate(), 0);
+    EXPECT_FALSE(recorder.HasEnded());
+    EXPECT_EQ(recorder.Terminate(), 0);
+    EXPECT_EQ(folder.Content("SndInput.log").find("in.wav"), std::string::npos);
+}
+
+TEST_F(SndInput, ResamplesACardThatHasOneRateOnly) {
+    std::string tone;  // of 1 kHz, whole periods
+    for (int i = 0; i < 48000; ++i)
+        tone += BytesOf(Samples(2, Clipped(16000 * std::sin(2 * std::numbers::pi * i / 48))));
+    folder.Put("in.raw", tone);
+    folder.Put("asound.conf",
+               "pcm.!default { type plug slave { rate 48000 pcm { type file slave.pcm { type null } file "
+               "\"/dev/null\" infile \"" +
+                   (folder / "in.raw").string() +
+                   "\" format \"raw\" } } }\n"
+                   "ctl.!default { type null }\n");
+    const std::vector<std::string> environment = {"SNDINPUT_SOURCE=card",
+                                                  "ALSA_CONFIG_PATH=" + (folder / "asound.conf").string()};
+    RunningProgram list("SndInput", {"/list"}, folder.Text(), environment);
+    EXPECT_EQ(list.Wait(), 0);
+    EXPECT_TRUE(
+        list.HasPrinted("default (128 channels), default\n    native rate 48000 Hz; offers 48000 Hz; "
+                        "recorded at 48000 Hz, resampled\n"))
+        << list.Output();
+    RunningProgram recorder("SndInput", {"/maxsize=128K"}, folder.Text(), environment);
+    EXPECT_TRUE(WaitFor([&] {
+        fs::remove(folder / "audio.dat");
+        const std::string state = folder.Content("SndInput.state");
+        return state.find("device_rate=48000\n") != std::string::npos &&
+               state.find("state=recording\n") != std::string::npos &&
+               state.find("peak_left_db=-") != std::string::npos &&
+               state.find("peak_left_db=-inf") == std::string::npos;
+    })) << folder.Content("SndInput.state");
+    EXPECT_EQ(recorder.Terminate(), 0);
+    EXPECT_NE(
+        folder.Content("SndInput.log").find("recording from sound card 'default' at 48000 Hz, resampled"),
+        std::string::npos);
 }
 
 }  // namespace

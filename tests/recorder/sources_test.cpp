@@ -1,7 +1,6 @@
 // Where the samples come from. docs/recorder.md tells how to try a sound card without one.
 
 #include <gtest/gtest.h>
-#include <sndfile.h>
 
 #include <thread>
 
@@ -12,13 +11,12 @@
 #include "support/number_raised_by.h"
 #include "support/samples.h"
 #include "support/scratch_folder.h"
+#include "support/sound_file.h"
 
 namespace veltrix {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int Wav = SF_FORMAT_WAV | SF_FORMAT_PCM_16, Flac = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
 
 Samples Ramp(std::size_t frames) {
     Samples samples(2 * frames);
@@ -27,26 +25,17 @@ Samples Ramp(std::size_t frames) {
     return samples;
 }
 
-void WriteSound(const std::filesystem::path& name, const Samples& samples, int format, int channels = 2,
-                int rate = RecorderSampleRate) {
-    SF_INFO info{0, rate, channels, format, 0, 0};
-    SNDFILE* const file = sf_open(name.c_str(), SFM_WRITE, &info);
-    ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
-    sf_command(file, SFC_SET_SCALE_INT_FLOAT_WRITE, nullptr, SF_TRUE);
-    sf_write_short(file, samples.data(), static_cast<sf_count_t>(samples.size()));
-    sf_close(file);
-}
-
 struct Played {
     Samples samples;
     std::string said;
     std::chrono::milliseconds length{};
 };
 
-/// Plays a file in small pieces, a millisecond apart, to its end.
+/// Plays files in small pieces, a millisecond apart, to their end.
 Played Play(const std::filesystem::path& name, FileSource::Speed speed) {
     Played played;
-    FileSource source(name.string(), speed, [&played](const std::string& line) { played.said += line; });
+    FileSource source(name.string(), speed, FileSource::AtEnd::End,
+                      [&played](const std::string& line) { played.said += line; });
     for (Samples piece(2 * 333); !source.HasEnded(); played.length += 1ms) {
         const std::size_t frames = source.Read(piece, Moment(played.length));
         played.samples.insert(played.samples.end(), piece.data(), piece.data() + 2 * frames);
@@ -57,16 +46,17 @@ Played Play(const std::filesystem::path& name, FileSource::Speed speed) {
 TEST(FileSource, PlaysEveryFrameOfEveryFormatAndKnowsACutOffFile) {
     const ScratchFolder folder;
     const Samples samples = Ramp(60000);
-    for (const int format : {Wav, Flac, SF_FORMAT_WAV | SF_FORMAT_PCM_24, SF_FORMAT_WAV | SF_FORMAT_FLOAT})
+    for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
+                             SF_FORMAT_WAV | SF_FORMAT_PCM_24, SF_FORMAT_WAV | SF_FORMAT_FLOAT})
         for (const auto speed : {FileSource::Speed::AsTaken, FileSource::Speed::Real}) {
-            WriteSound(folder / "a.snd", samples, format);
+            WriteSound(folder / "a.snd", samples, {.format = format});
             const Played played = Play(folder / "a.snd", speed);
             ASSERT_EQ(played.samples.size(), samples.size());
             for (std::size_t i = 0; i < samples.size(); ++i) ASSERT_NEAR(played.samples[i], samples[i], 1);
             EXPECT_TRUE(played.said.ends_with("has ended: 60000 frames")) << played.said;
             EXPECT_EQ(played.length > 2700ms, speed == FileSource::Speed::Real);
         }
-    WriteSound(folder / "a.flac", samples, Flac);
+    WriteSound(folder / "a.flac", samples);
     std::filesystem::resize_file(folder / "a.flac", std::filesystem::file_size(folder / "a.flac") / 2);
     const Played played = Play(folder / "a.flac", FileSource::Speed::AsTaken);
     const std::string frames = std::to_string(played.samples.size() / 2);
@@ -77,11 +67,13 @@ TEST(FileSource, PlaysEveryFrameOfEveryFormatAndKnowsACutOffFile) {
 TEST(FileSource, RefusesWhatAStationCannotUse) {
     const ScratchFolder folder;
     const auto play = [&folder] { Play(folder / "a.wav", FileSource::Speed::Real); };
-    for (const auto& [channels, rate] : {std::pair(1, 22050), {4, 22050}, {2, 44100}}) {
-        WriteSound(folder / "a.wav", Ramp(100), Wav, channels, rate);
+    for (const auto& [channels, rate] : {std::pair(1, 22050), {4, 22050}, {2, 2000}}) {
+        WriteSound(folder / "a.wav", Ramp(100), {.rate = rate, .channels = channels});
         EXPECT_EQ(NumberRaisedBy(play), errors::InvalidCall) << channels << ' ' << rate;
     }
     folder.Put("a.wav", "no sound");
+    EXPECT_EQ(NumberRaisedBy(play), errors::FileNotFound);
+    std::filesystem::remove(folder / "a.wav");
     EXPECT_EQ(NumberRaisedBy(play), errors::FileNotFound);
 }
 
