@@ -43,7 +43,8 @@ const std::vector<Room> Rooms = {
     {"window", {"station", "platform/qt"}, Outside::Qt},
     {"storm", {"common"}, Outside::Files},
     {"recorder", {"storm"}, Outside::Computer},
-    {"apps", {"window", "recorder"}, Outside::Qt},
+    {"archive", {"location", "recorder"}, Outside::Computer},
+    {"apps", {"window", "archive"}, Outside::Qt},
 };
 
 const std::regex IncludeLine(R"re(\s*#\s*include\s*([<"])([^>"]*).*)re");

@@ -15,7 +15,7 @@ struct BadRecording {
     std::string text;
 };
 
-/// Two channels of 22050 frames per second, read from start to end. The name "-" is standard input.
+/// Two channels of 22050 frames per second. The name "-" is standard input.
 class Recording {
   public:
     /// Throws BadRecording when the file cannot be read or is no such recording.
@@ -24,11 +24,19 @@ class Recording {
     /// Frames that the file says it has; 0 when it does not know.
     std::int64_t Frames() const { return frames_; }
 
+    /// True when the file can be read from any frame on, and to decode it costs far more than to fetch it, so
+    /// that it pays to decode parts of it at the same time.
+    bool DecodesInParts() const { return inParts_; }
+
+    /// Goes to a frame. Throws BadRecording when it cannot. REQUIRES DecodesInParts().
+    void Seek(std::int64_t frame);
+
     /// Reads samples, left and right in turn, into `samples`, whose size is even; returns how many samples it
-    /// read, 0 at the end. Throws BadRecording when the file is damaged.
+    /// read, fewer than asked for at the end or before a damaged place, 0 at the end. Throws BadRecording at
+    /// a damaged place, and where the file ends before its time.
     std::size_t Read(std::span<std::int16_t> samples);
 
-    /// Frames read so far.
+    /// The number of the next frame.
     std::int64_t Position() const { return position_; }
 
   private:
@@ -36,10 +44,15 @@ class Recording {
         void operator()(SNDFILE* file) const { sf_close(file); }
     };
 
+    std::size_t ReadFrom(std::span<std::int16_t> samples);
+
     std::string name_;
     std::unique_ptr<SNDFILE, Closer> file_;
     std::int64_t frames_ = 0;
     std::int64_t position_ = 0;
+    bool inParts_ = false;
+    bool is16Bit_ = false;
+    bool isDamaged_ = false;  // such a place was met
 };
 
 }  // namespace veltrix
