@@ -10,41 +10,47 @@ namespace veltrix {
 namespace {
 
 constexpr double VerticalSlope = 1e9;
-
-/// Takes point 1 out of cumulative sums over n points: the rest moves down by one place.
-void DropFirst(std::vector<double>& sums, std::size_t n) {
-    const double first = sums[1];
-    double* const s = sums.data();
-    for (std::size_t i = 2; i <= n; ++i) s[i - 1] = s[i] - first;
-}
+constexpr std::size_t Room = 5;  // for so many windows of points, until their sums are moved
 
 }  // namespace
 
 void ClassLKK::Init(std::int16_t p) {
     N = 0;
     pI = 4 * std::atan(1.0);
-    const std::size_t entries = static_cast<std::size_t>(p) + 1;
-    for (std::vector<double>* sums : {&Sx, &Sxx, &Sy, &Syy, &Sxy}) sums->assign(entries, 0.0);
+    capacity_ = static_cast<std::size_t>(p);
+    zero_ = 0;
+    entries_.resize(Room * capacity_ + 1);
+    entries_[0] = {};
+}
+
+/// Makes the sums count from entry 0 again, and lays it at the beginning.
+void ClassLKK::MoveToFront() {
+    const Entry zero = entries_[zero_];
+    for (std::size_t i = 0; i <= capacity_; ++i) {
+        const Entry& from = entries_[zero_ + i];
+        entries_[i] = {from.Sx - zero.Sx, from.Sxx - zero.Sxx, from.Sy - zero.Sy, from.Syy - zero.Syy,
+                       from.Sxy - zero.Sxy};
+    }
+    zero_ = 0;
 }
 
 void ClassLKK::Update(double X, double Y) {
-    const std::size_t bound = Sx.size() - 1;
-    if (static_cast<std::size_t>(N) >= bound) {
-        for (std::vector<double>* sums : {&Sx, &Sxx, &Sy, &Syy, &Sxy}) DropFirst(*sums, bound);
-    } else {
+    if (static_cast<std::size_t>(N) < capacity_) {
         ++N;
+    } else {
+        if (zero_ + capacity_ + 1 == entries_.size()) MoveToFront();
+        ++zero_;
     }
-    const auto n = static_cast<std::size_t>(N);
-    Sy[n] = Sy[n - 1] + Y;
-    Syy[n] = Syy[n - 1] + Y * Y;
-    Sxy[n] = Sxy[n - 1] + X * Y;
-    Sx[n] = Sx[n - 1] + X;
-    Sxx[n] = Sxx[n - 1] + X * X;
+    const std::size_t last = zero_ + static_cast<std::size_t>(N);
+    const Entry& s = entries_[last - 1];
+    entries_[last] = {s.Sx + X, s.Sxx + X * X, s.Sy + Y, s.Syy + Y * Y, s.Sxy + X * Y};
 }
 
 ClassLKK::Sums ClassLKK::Totals() const {
-    const auto n = static_cast<std::size_t>(N);
-    return {static_cast<double>(N), Sx[n], Sxx[n], Sy[n], Syy[n], Sxy[n]};
+    const Entry& zero = entries_[zero_];
+    const Entry& s = entries_[zero_ + static_cast<std::size_t>(N)];
+    return {static_cast<double>(N), s.Sx - zero.Sx,   s.Sxx - zero.Sxx,
+            s.Sy - zero.Sy,         s.Syy - zero.Syy, s.Sxy - zero.Sxy};
 }
 
 ClassLKK::Line ClassLKK::Regression(const Sums& s) {
@@ -79,9 +85,9 @@ double ClassLKK::GetFitError2(Line line) const {
     const auto [a, b] = line;
     double r2 = 0;
     double d2 = 0;
-    for (std::size_t i = 2; i <= static_cast<std::size_t>(N); ++i) {
-        const double x = Sx[i] - Sx[i - 1];
-        const double y = Sy[i] - Sy[i - 1];
+    for (std::size_t i = zero_ + 2; i <= zero_ + static_cast<std::size_t>(N); ++i) {
+        const double x = entries_[i].Sx - entries_[i - 1].Sx;
+        const double y = entries_[i].Sy - entries_[i - 1].Sy;
         r2 = std::max(r2, x * x + y * y);
         if (a == 0) continue;
         const double c = -1 / a;  // slope of the perpendicular

@@ -54,9 +54,18 @@ class ClassLKK {
     /// Regression of `y` on `x` by the names in `s`.
     static Line Regression(const Sums& s);
 
-    // Cumulative sums: entry i is the sum over points 1 to i, entry 0 always 0. The points themselves are the
-    // steps from entry to entry; no other copy is kept.
-    std::vector<double> Sx, Sxx, Sy, Syy, Sxy;
+    /// Cumulative sums over points 1 to i, of which entry 0 has none.
+    struct Entry {
+        double Sx, Sxx, Sy, Syy, Sxy;
+    };
+    void MoveToFront();
+
+    // The points themselves are the steps from entry to entry; no other copy is kept. When the window slides,
+    // entry 0 moves up by one place and its sums with it, so that each entry counts from there; all entries
+    // are brought back to the front only when the room ends.
+    std::vector<Entry> entries_;
+    std::size_t zero_ = 0;  // where entry 0 lies
+    std::size_t capacity_ = 0;
 };
 
 }  // namespace veltrix

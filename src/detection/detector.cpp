@@ -1,6 +1,7 @@
 #include "detection/detector.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -16,21 +17,11 @@ constexpr std::int32_t WindowFrames = 99;     // shortest pulse, and capacity of
 constexpr std::int32_t NoiseInterval = 1000;  // one quiet frame in so many feeds the noise figure
 constexpr double ClippingLimit = 32500;       // frames at or above it do not enter the fit
 constexpr double ScopeLimit = 32000;          // frames at or above it do not reach the X-Y scope
-constexpr double FilterUnit = 8;              // outputs of the filter are multiples of 1/8
-constexpr std::size_t LoudFrames = 20;        // frames to take one by one where no pulse began
+constexpr std::size_t LeastLoud = 8;          // frames to take one by one where no pulse began
 constexpr std::size_t ScopeFrames = 100;      // what the scopes remember
 constexpr std::size_t CounterLimit = 2100000000;
 
 const double RadiansToDegrees = 180 / (4 * std::atan(1.0));
-
-double Envelope(double dNS, double dEW) {
-    return std::sqrt(dNS * dNS + dEW * dEW);
-}
-
-/// The 16-bit negation: -32768 has no positive counterpart and stays.
-std::int16_t Negated(std::int16_t sample) {
-    return static_cast<std::int16_t>(-static_cast<std::int32_t>(sample));
-}
 
 }  // namespace
 
@@ -40,34 +31,76 @@ Detector::Detector(NoiseControl& noise, PulseReceiver& receiver, std::function<s
 }
 
 bool Detector::Process(std::span<const std::int16_t> samples, FailureHandler& failures) {
-    const std::size_t frames = (samples.size() + 1) / 2;
-    if (bSkipSamples) {
-        CountFrames(frames);
-        return true;
-    }
-    std::size_t frame = 0;
-    while (frame < frames) {
-        // The frame that feeds the noise figure may move the threshold under its own feet, so it never is in
-        // a row.
-        const auto untilNoise = static_cast<std::size_t>(NoiseInterval - 1 - lNoiseFrames);
-        const auto rest = samples.subspan(2 * frame);
-        const std::size_t wanted = std::min({rest.size() / 2, untilNoise, RowFrames});
-        const std::size_t quiet = Idle() ? ProcessQuiet(rest, wanted) : 0;
-        frame += quiet;
-        if (quiet > 0 && quiet == wanted) continue;
-        // Something is going on, or begins here: frame by frame until the pulse and its traces are through.
-        const std::size_t least = frame + (untilNoise == 0 ? 1 : LoudFrames);
-        for (; frame < frames && (frame < least || !Idle()); ++frame) {
-            const std::int16_t right =
-                2 * frame + 1 < samples.size() ? samples[2 * frame + 1] : std::int16_t{0};
-            if (!ProcessFrame(samples[2 * frame], right, failures)) return false;
+    const std::size_t whole = samples.size() - samples.size() % 2;
+    if (!ProcessWhole(samples.first(whole), failures)) return false;
+    if (whole == samples.size()) return true;
+    const std::array<std::int16_t, 2> last{samples.back(), 0};
+    return ProcessWhole(last, failures);
+}
+
+bool Detector::ProcessWhole(std::span<const std::int16_t> samples, FailureHandler& failures) {
+    while (!samples.empty()) {
+        if (bSkipSamples) {
+            CountFrames(samples.size() / 2);
+            return true;
         }
+        // The frame that feeds the noise figure is the last one of its row, for it may move the threshold.
+        const auto untilNoise = static_cast<std::size_t>(NoiseInterval - lNoiseFrames);
+        row_.Take(samples.first(std::min(samples.size(), 2 * untilNoise)), antenna, bHighPass);
+        at_ = 0;
+        fed_ = 0;
+        bDrawing_ = scopes_ && scopes_->Drawing();
+        const bool goesOn = ProcessRow(failures);
+        if (goesOn) FeedPending(at_);
+        row_.Leave(at_);
+        samples = samples.subspan(2 * at_);
+        if (!goesOn) return false;
     }
     return true;
 }
 
-bool Detector::Idle() const {
-    return lPulseSamples == 0 && !(scopes_ && scopes_->Drawing());
+/// Takes the row's frames, all of them unless the options change.
+bool Detector::ProcessRow(FailureHandler& failures) {
+    const std::size_t size = row_.Size();
+    while (at_ < size && IsRowValid()) {
+        if (Idle()) PassQuiet();
+        if (at_ < size && !ProcessSome(failures)) return false;
+    }
+    return true;
+}
+
+/// Whether the rest of the row may be taken as it stands.
+bool Detector::IsRowValid() {
+    bCalledOut_ = false;
+    return !bSkipSamples && row_.IsShapedBy(antenna, bHighPass);
+}
+
+/// Passes over frames that change nothing but the counts.
+void Detector::PassQuiet() {
+    const std::size_t end =
+        std::min(row_.Size(), at_ + static_cast<std::size_t>(NoiseInterval - 1 - lNoiseFrames));
+    const std::size_t quiet =
+        row_.QuietFrames(at_, end, std::min(static_cast<double>(noise_.lThreshold), ScopeLimit));
+    at_ += quiet;
+    CountFrames(quiet);
+    lNoiseFrames += static_cast<std::int32_t>(quiet);
+}
+
+/// Takes frames one by one until the pulse and its traces are through, or a good many. Leaves at once when
+/// something outside has changed the options.
+bool Detector::ProcessSome(FailureHandler& failures) {
+    const auto some = std::span(some_).first(std::min(row_.Size() - at_, some_.size()));
+    row_.Measure(at_, some);
+    for (std::size_t i = 0; i < some.size() && (i < LeastLoud || !Idle()); ++i) {
+        dNS = some[i].dNS;
+        dEW = some[i].dEW;
+        dEnvelope = some[i].dEnvelope;
+        const bool goesOn = ProcessFrame(failures);
+        ++at_;
+        if (!goesOn) return false;
+        if (bCalledOut_ && !IsRowValid()) break;
+    }
+    return true;
 }
 
 void Detector::CountFrames(std::size_t frames) {
@@ -75,121 +108,58 @@ void Detector::CountFrames(std::size_t frames) {
         static_cast<std::int32_t>((static_cast<std::size_t>(lSampleCounter) + frames) % CounterLimit);
 }
 
-/// Takes up to `wanted` frames at once, as many as stay below the threshold from the first one on. Returns
-/// how many.
-std::size_t Detector::ProcessQuiet(std::span<const std::int16_t> samples, std::size_t wanted) {
-    if (wanted == 0) return 0;
-    Turn(samples, wanted);
-    const double unit = bHighPass ? FilterUnit : 1;
-    if (bHighPass) {
-        FilterNS.Filter2Ahead(std::span(rowNS_).first(wanted), std::span(seenNS_).first(wanted));
-        FilterEW.Filter2Ahead(std::span(rowEW_).first(wanted), std::span(seenEW_).first(wanted));
-    } else {
-        std::swap(rowNS_, seenNS_);
-        std::swap(rowEW_, seenEW_);
-    }
-    const std::size_t n = QuietFrames(wanted, unit);
-    if (n == 0) return 0;
-    if (bHighPass) {
-        FilterNS.Filter2Pass(std::span(rowNS_).first(n));
-        FilterEW.Filter2Pass(std::span(rowEW_).first(n));
-    }
-    CountFrames(n);
-    lNoiseFrames += static_cast<std::int32_t>(n);
-    if (scopes_) FeedScopesQuiet(n, unit);
-    return n;
-}
-
-/// Samples as they stand after inversion and rotation, as whole numbers.
-void Detector::Turn(std::span<const std::int16_t> samples, std::size_t frames) {
-    std::int32_t* const ns = rowNS_.data();
-    std::int32_t* const ew = rowEW_.data();
-    const std::int16_t* const in = samples.data();
-    for (std::size_t i = 0; i < frames; ++i) {
-        ns[i] = in[2 * i];
-        ew[i] = in[2 * i + 1];
-    }
-    if (antenna.bInvertNS)
-        for (std::size_t i = 0; i < frames; ++i) ns[i] = static_cast<std::int16_t>(-ns[i]);
-    if (antenna.bAdd90 == antenna.bSub90) return;  // none, or the two of them undo each other
-    std::swap(rowNS_, rowEW_);
-    std::int32_t* const turned = antenna.bAdd90 ? rowEW_.data() : rowNS_.data();
-    for (std::size_t i = 0; i < frames; ++i) turned[i] = -turned[i];
-}
-
-/// How many envelopes at the row's start are surely below the threshold and the scope's limit. Squares are
-/// compared in single precision against a limit lowered by more than its rounding.
-std::size_t Detector::QuietFrames(std::size_t frames, double unit) const {
-    const double level = std::min(static_cast<double>(noise_.lThreshold), ScopeLimit) * unit;
-    if (level <= 0) return 0;
-    const auto limit = static_cast<float>(level * level * (1 - 1e-6));
-    const std::int32_t* const ns = seenNS_.data();
-    const std::int32_t* const ew = seenEW_.data();
-    const auto isLoud = [ns, ew, limit](std::size_t i) {
-        const auto x = static_cast<float>(ns[i]);
-        const auto y = static_cast<float>(ew[i]);
-        return x * x + y * y >= limit ? 1 : 0;
-    };
-    std::int32_t loud = 0;
-    for (std::size_t i = 0; i < frames; ++i) loud |= isLoud(i);
-    if (loud == 0) return frames;
-    std::size_t first = 0;
-    while (isLoud(first) == 0) ++first;
-    return first;
-}
-
-void Detector::FeedScopesQuiet(std::size_t frames, double unit) {
-    const std::size_t last = std::min(frames, ScopeFrames);
-    std::array<double, ScopeFrames> ns{};
-    std::array<double, ScopeFrames> ew{};
-    for (std::size_t i = 0; i < last; ++i) {
-        ns[i] = seenNS_[frames - last + i] / unit;
-        ew[i] = seenEW_[frames - last + i] / unit;
-    }
-    scopes_->QuietFrames(frames, std::span(ns).first(last), std::span(ew).first(last));
-}
-
-Detector::Frame Detector::Shape(std::int16_t iLeft, std::int16_t iRight) {
-    Frame frame{static_cast<double>(antenna.bInvertNS ? Negated(iLeft) : iLeft), static_cast<double>(iRight)};
-    if (antenna.bAdd90) frame = {frame.dEW, -frame.dNS};
-    if (antenna.bSub90) frame = {-frame.dEW, frame.dNS};
-    if (bHighPass)
-        frame = {FilterNS.Filter2(frame.dNS, noise_.lThreshold),
-                 FilterEW.Filter2(frame.dEW, noise_.lThreshold)};
-    return frame;
-}
-
 /// One frame. The order of the steps is the detector's contract.
-bool Detector::ProcessFrame(std::int16_t iLeft, std::int16_t iRight, FailureHandler& failures) {
+bool Detector::ProcessFrame(FailureHandler& failures) {
     lSampleCounter = NextCount(lSampleCounter);
-    if (bSkipSamples) return true;
-    const Frame frame = Shape(iLeft, iRight);
-    dNS = frame.dNS;
-    dEW = frame.dEW;
-    dEnvelope = Envelope(dNS, dEW);
-    if (noise_.lThreshold > dEnvelope) {
-        lNoiseFrames = (lNoiseFrames + 1) % NoiseInterval;
-        if (lNoiseFrames == 0 && !noise_.Update(dEnvelope, failures)) return false;
-    }
-    if (scopes_ && !FeedScopes(failures)) return false;
+    if (noise_.lThreshold > dEnvelope && ++lNoiseFrames == NoiseInterval && !FeedNoise(failures))
+        return false;
+    if (scopes_ && (bDrawing_ || dEnvelope >= ScopeLimit) && !FeedScopes(failures)) return false;
     const bool begins = dEnvelope > noise_.lThreshold && lPulseSamples == 0 && !bInhibit;
     if (begins && !Trigger(failures)) return false;
     return lPulseSamples < 1 || FollowPulse(failures);
 }
 
+bool Detector::FeedNoise(FailureHandler& failures) {
+    lNoiseFrames = 0;
+    bCalledOut_ = true;
+    FeedPending(at_);
+    return noise_.Update(dEnvelope, failures);
+}
+
 bool Detector::FeedScopes(FailureHandler& failures) {
-    return RunSteps(
+    FeedPending(at_);
+    fed_ = at_ + 1;
+    bCalledOut_ = true;
+    const bool goesOn = RunSteps(
         failures, [this] { scopes_->ScopeTrigger(ScopeValue(dEnvelope)); },
         [this] {
             if (dEnvelope < ScopeLimit) scopes_->ScopeTriggerXY(dNS, dEW);
         });
+    bDrawing_ = scopes_->Drawing();
+    return goesOn;
+}
+
+/// Gives the scopes the frames of the row before `end` that they have not had.
+void Detector::FeedPending(std::size_t end) {
+    if (!scopes_ || fed_ == end) return;
+    const std::size_t count = end - fed_;
+    const std::size_t last = std::min(count, ScopeFrames);
+    std::array<double, ScopeFrames> ns;
+    std::array<double, ScopeFrames> ew;
+    row_.Unpack(end - last, std::span(ns).first(last), std::span(ew).first(last));
+    scopes_->QuietFrames(count, std::span(ns).first(last), std::span(ew).first(last));
+    fed_ = end;
 }
 
 bool Detector::Trigger(FailureHandler& failures) {
+    bCalledOut_ = true;
     return RunSteps(
         failures,
         [this] {
-            if (scopes_) scopes_->Arm();
+            if (!scopes_) return;
+            FeedPending(at_ + 1);
+            scopes_->Arm();
+            bDrawing_ = scopes_->Drawing();
         },
         [this] {
             lPulseSamples = 1;
@@ -228,6 +198,8 @@ bool Detector::FollowPulse(FailureHandler& failures) {
 }
 
 bool Detector::Evaluate(FailureHandler& failures) {
+    bCalledOut_ = true;
+    FeedPending(at_ + 1);
     return RunSteps(
                failures, [&] { lPulseSamples = 0; }, [&] { receiver_.OnPulseEnd(); },
                [&] {

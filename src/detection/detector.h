@@ -8,18 +8,11 @@
 
 #include "detection/class_lkk.h"
 #include "detection/consumers.h"
-#include "detection/filters.h"
 #include "detection/noise_control.h"
+#include "detection/sample_row.h"
 #include "platform/error_convention.h"
 
 namespace veltrix {
-
-/// How the two antennas stand; applied to each frame in this order.
-struct AntennaOptions {
-    bool bInvertNS = false;  ///< Check1: negate the north-south sample
-    bool bAdd90 = false;     ///< Check2: rotate by +90 degrees
-    bool bSub90 = false;     ///< Check3: rotate by -90 degrees
-};
 
 /// What the station does about a pulse. Only called while samples are processed.
 class PulseReceiver {
@@ -41,9 +34,9 @@ class PulseReceiver {
 ///
 /// Owned by the form, with the noise control that sets its threshold. No allocation per frame.
 ///
-/// Frames that stay below the threshold while nothing is going on are worked through in rows that the
-/// compiler can vectorise; the outcome is the same to the bit as frame by frame, since the filter's
-/// arithmetic is exact.
+/// Frames are shaped and measured in rows, and those that stay below the threshold while nothing is going on
+/// are passed over in rows; the outcome is the same to the bit as frame by frame. Whatever runs outside of
+/// the detector finds it between two frames: options may change there, and then count from the next frame on.
 class Detector {
   public:
     /// `tickElapsed` gives the milliseconds since the present tick began.
@@ -57,6 +50,7 @@ class Detector {
     /// The scopes, or null.
     void SetScopes(ScopeFeed* scopes) { scopes_ = scopes; }
 
+    /// How the antennas stand, from the next frame on.
     AntennaOptions antenna;
     bool bHighPass = true;            ///< the detection filter is on
     bool bSkipSamples = false;        ///< count frames, but drop them
@@ -65,20 +59,17 @@ class Detector {
     std::int32_t lSampleCounter = 0;  ///< frames read since start, wrapping to 0 at 2100000000
 
   private:
-    struct Frame {
-        double dNS;
-        double dEW;
-    };
-
-    bool ProcessFrame(std::int16_t iLeft, std::int16_t iRight, FailureHandler& failures);
-    bool Idle() const;
-    std::size_t ProcessQuiet(std::span<const std::int16_t> samples, std::size_t wanted);
+    bool ProcessWhole(std::span<const std::int16_t> samples, FailureHandler& failures);
+    bool ProcessRow(FailureHandler& failures);
+    bool ProcessSome(FailureHandler& failures);
+    bool ProcessFrame(FailureHandler& failures);
+    bool IsRowValid();
+    void PassQuiet();
+    bool Idle() const { return lPulseSamples == 0 && !bDrawing_; }
     void CountFrames(std::size_t frames);
-    std::size_t QuietFrames(std::size_t frames, double unit) const;
-    void Turn(std::span<const std::int16_t> samples, std::size_t frames);
-    void FeedScopesQuiet(std::size_t frames, double unit);
-    Frame Shape(std::int16_t iLeft, std::int16_t iRight);
+    bool FeedNoise(FailureHandler& failures);
     bool FeedScopes(FailureHandler& failures);
+    void FeedPending(std::size_t end);
     bool Trigger(FailureHandler& failures);
     bool FollowPulse(FailureHandler& failures);
     bool Evaluate(FailureHandler& failures);
@@ -88,9 +79,15 @@ class Detector {
     std::function<std::int32_t()> tickElapsed_;
     ScopeFeed* scopes_ = nullptr;
 
-    ClassNotchFilter FilterNS, FilterEW;
+    SampleRow row_;
+    std::array<SampleRow::Frame, 100> some_{};  // frames of the row, measured
+    std::size_t at_ = 0;                        // the row's frame in hand
+    std::size_t fed_ = 0;                       // frames of the row that the scopes have had
+    bool bDrawing_ = false;    // the scopes are building a trace: they get each frame in its turn
+    bool bCalledOut_ = false;  // something outside has run, which may have changed the options
+
     ClassLKK LineFit;
-    double dNS = 0;
+    double dNS = 0;  // of the frame in hand
     double dEW = 0;
     double dEnvelope = 0;
     std::int32_t lPulseSamples =
@@ -104,11 +101,6 @@ class Detector {
     ClassLKK::Line line_;
     Pulse pulse_;
     std::int32_t lNoiseFrames = 0;  // quiet frames, wrapping at 1000
-
-    // Work rows of ProcessQuiet(): turned samples, then what detection sees, in units of 1/8 behind the
-    // filter.
-    static constexpr std::size_t RowFrames = 500;
-    std::array<std::int32_t, RowFrames> rowNS_{}, rowEW_{}, seenNS_{}, seenEW_{};
 };
 
 }  // namespace veltrix

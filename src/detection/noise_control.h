@@ -48,6 +48,7 @@ class NoiseControl {
     std::int16_t iMinAuto = 99;           ///< limit of the automatic level, 0 to 120 dB
     bool bAutomatic = false;              ///< OptionAutoDetectionWindow
 
+    /// The automatic level, its extremes since they were last logged, and the noise level.
     std::int32_t LAutoThreshold() const { return lAutoThreshold; }
     std::int32_t LNoiseMax() const { return lNoiseMax; }
     std::int32_t LNoiseMin() const { return lNoiseMin; }

@@ -10,6 +10,7 @@
 
 namespace veltrix {
 
+/// How a setting is read from its control and checked.
 enum class SettingKind {
     Text,     ///< kept as typed
     Numeric,  ///< a numeric box: checked by mask and range before it is taken

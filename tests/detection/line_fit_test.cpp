@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <tuple>
+#include <vector>
 
 #include "common/failure.h"
 #include "detection/class_lkk.h"
@@ -43,6 +47,24 @@ TEST(ClassLKK, ErrorsMeasureTheDistanceFromTheLine) {
     EXPECT_NEAR(off.GetFitError2({1, 0}), 100 * 2 / std::sqrt(2.0) / std::sqrt(13.0), 1e-9);
     for (const Points& points : {Points{}, Points{{3, 3}}, Points{{0, 0}, {0, 0}, {0, 0}}})
         EXPECT_THROW((void)Fitted(points).GetFitError2({1, 0}), Failure) << "nothing to measure";
+}
+
+TEST(ClassLKK, CoversTheNewestPointsHoweverManyCameBefore) {
+    std::mt19937 random(2);
+    std::uniform_int_distribution<int> eighth(-8 * 32768, 8 * 32767);
+    Points points;
+    ClassLKK sliding;
+    sliding.Init(99);
+    for (int i = 0; i < 1200; ++i) {
+        points.emplace_back(eighth(random) / 8.0, eighth(random) / 8.0);
+        sliding.Update(points.back().first, points.back().second);
+        const Points newest(points.end() - std::min<std::ptrdiff_t>(99, std::ssize(points)), points.end());
+        const ClassLKK fresh = Fitted(newest);
+        const auto line = sliding.GetABYX();
+        ASSERT_EQ(std::tuple(sliding.N, line.a, line.b, sliding.GetFitError(line)),
+                  std::tuple(fresh.N, fresh.GetABYX().a, fresh.GetABYX().b, fresh.GetFitError(line)))
+            << "to the bit after point " << i;
+    }
 }
 
 TEST(ClassLowPassFilter, TheFirstValueOnlyArmsIt) {
