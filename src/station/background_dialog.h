@@ -32,6 +32,7 @@ class BackgroundDialog {
     /// `chosen`, the clear button runs `clear` and closes the dialog. Failures of both are reported.
     void Start(std::function<void()> chosen, std::function<void()> clear);
 
+    /// Lists the pictures of the working directory and shows the dialog.
     void Open();
     void Close() { frame_.SetVisible(false); }
 

@@ -6,7 +6,6 @@
 #include "display/captions.h"
 #include "display/lightning_dots.h"
 #include "platform/clock.h"
-#include "platform/settings_store.h"
 #include "station/form_controls.h"
 #include "station/station_network.h"
 
@@ -19,6 +18,7 @@ class CaptionBlocks {
     CaptionBlocks(FormControls& controls, Clock& clock, const StationNetwork& network,
                   const LightningDots& dots, std::string sVersion);
 
+    /// Each draws the block of one display: the polar display, the map with its clean copy, the history plot.
     void DrawPolar();
     void DrawMap();
     void DrawHistory();

@@ -97,6 +97,14 @@ constexpr ControlDesign Designs[] = {
     {Combo, "Drive1"},
     {List, "Dir1"},
     {List, "File1", "", "Plot the strike log of today from this folder."},
+    // In the status bar; what they show comes once a second.
+    {Caption, "lblHealthSound"},
+    {Caption, "lblHealthLevel"},
+    {Caption, "lblHealthRate"},
+    {Caption, "lblHealthNoise"},
+    {Caption, "lblHealthStrikes"},
+    {Caption, "lblHealthPeers"},
+    {Caption, "lblHealthComputer"},
     // "Gyrel", "Setup": how the antennas stand, filter, diagnosis, folder of the block file.
     {Caption, "Label6", "Antenna"},
     {Check, "Check1", "CW-CCW", "Display Clock Wise or Counter Clock Wise."},

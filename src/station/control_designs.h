@@ -32,6 +32,7 @@ struct SurfaceDesign {
     int elements = 0;     ///< above 0: an array
 };
 
+/// A strip of tabs, by their captions.
 struct TabDesign {
     std::string_view name;
     std::vector<std::string> tabs;
@@ -44,6 +45,7 @@ struct MenuDesign {
     std::vector<std::string> entries;
 };
 
+/// All that the form is made of, in the order in which it is made.
 std::span<const ControlDesign> ControlDesigns();
 std::span<const SurfaceDesign> SurfaceDesigns();
 std::span<const TabDesign> TabDesigns();

@@ -1,9 +1,7 @@
 #pragma once
 // All controls of the main form, by name.
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "display/picture_box.h"
 #include "platform/controls.h"
@@ -17,8 +15,10 @@ class FormControls {
     /// Surfaces print with `glyphs`.
     explicit FormControls(Glyphs& glyphs);
 
+    /// All controls by name, for who is given names from outside.
     ControlSet& All() { return set_; }
 
+    /// The main form, and the splash form that stands for the program at start.
     FormControl& Form() { return form_; }
     FormControl& Splash() { return splash_; }
     /// The control of that name. REQUIRES that the form has it and that it is of the kind asked for.

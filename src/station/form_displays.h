@@ -16,6 +16,7 @@ class FormDisplays final : public StrikeDisplays, public ScopeFeed {
   public:
     FormDisplays(FormControls& controls, ErrorReporter& errors);
 
+    /// The polar display, for who lays its background and stores its trail.
     PolarDisplay& Polar() { return polar_; }
 
     void GyrelUpdate(double dDir, double dAmp, const AmplitudeLimits& limits, ColourValue color) override;

@@ -76,6 +76,9 @@ FrmVeltrix::FrmVeltrix(Platform platform, StationOptions options)
       commands_(controls_, settings_, platform_, network_,
                 [this](std::int16_t row) { markCommands_.ConnectTo(row); }),
       housekeeping_(controls_, platform_, network_, [this] { return Home(); }),
+      health_({controls_, platform_, tick_, noise_, delivery_, network_, location_.matching, publishing_,
+               errors_, options_.version, [this] { return ramDrivePath_; },
+               [this](const std::string& line) { Warn(line); }}),
       Timer1(platform_.loop.MakeTimer([this] { tick_.Timer1_Timer(); })) {
     delivery_.consumers.displays = &displays_;
     delivery_.consumers.broadcaster = &network_.sender;
@@ -92,6 +95,7 @@ void FrmVeltrix::Form_Initialize() {
                    [&] { viewCycle_.Start(); }, [&] { about_.Start(); },
                    [&] {
                        tick_.OnStandstill = [this](int lNumber) {
+                           health_.DetectionHasStopped();
                            Warn("detection has stopped: error " + std::to_string(lNumber) +
                                 " came twice; see the error log and restart the station");
                        };
@@ -114,7 +118,7 @@ void FrmVeltrix::Form_Initialize() {
                        Timer1->SetInterval(TickMilliseconds);
                        Timer1->SetEnabled(true);
                    },
-                   [&] { recorder_.Start(); }, [&] { housekeeping_.Start(); });
+                   [&] { recorder_.Start(); }, [&] { housekeeping_.Start(); }, [&] { health_.Start(); });
 }
 
 void FrmVeltrix::Form_Load() {
@@ -149,7 +153,7 @@ void FrmVeltrix::Form_Unload() {
         [&] { SaveBitmap(platform_.files, "PicSync.bmp", location_.sync.Current().surface.Image()); },
         [&] { SaveBitmap(platform_.files, "picture5.bmp", controls_.Picture("Picture5").surface.Image()); },
         [&] { displays_.Polar().Save(platform_.files); }, [&] { location_.recent.SavepMA(platform_.files); },
-        [&] { network_.End(); }, [&] { clockDrift_.Save(); });
+        [&] { health_.Stop(); }, [&] { network_.End(); }, [&] { clockDrift_.Save(); });
 }
 
 /// Tells the user on the form and outside it.
@@ -340,7 +344,10 @@ void FrmVeltrix::ShowStation() {
 }
 
 void FrmVeltrix::BindHousekeeping() {
-    housekeeping_.jobs.GetCoarse = [this] { return clockDrift_.GetCoarse(); };
+    housekeeping_.jobs.GetCoarse = [this] {
+        preciseNow_.Now();  // sees each turn of the counter, also in a winter without a strike
+        return clockDrift_.GetCoarse();
+    };
     housekeeping_.jobs.ShowClockDrift = [this] { clockDrift_.Show(); };
     housekeeping_.jobs.PublishMinute = [this] { publishing_.Publish(); };
     housekeeping_.jobs.NoiseLogMinute = [this] { NoiseLogMinute(); };

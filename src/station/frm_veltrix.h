@@ -21,6 +21,7 @@
 #include "station/clock_drift_page.h"
 #include "station/form_controls.h"
 #include "station/form_displays.h"
+#include "station/health_watch.h"
 #include "station/housekeeping.h"
 #include "station/map_view.h"
 #include "station/mark_commands.h"
@@ -64,7 +65,9 @@ class FrmVeltrix {
     /// passed over.
     void Form_Unload();
 
+    /// All controls, for a window and for the control socket.
     ControlSet& Controls() { return controls_.All(); }
+    /// Who takes detections; a program may put itself in a place that nobody fills.
     DetectionConsumers& Consumers() { return delivery_.consumers; }
     /// Told of each located strike. May be empty.
     std::function<void(const LocatedStrike&)>& OnLocated() { return location_.matching.OnLocated; }
@@ -128,6 +131,7 @@ class FrmVeltrix {
     Publishing publishing_;
     StationCommands commands_;
     Housekeeping housekeeping_;
+    HealthWatch health_;
     std::unique_ptr<Timer> Timer1;
     bool bLoaded = false;
 };

@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 
-#include "detection/consumers.h"
 #include "platform/platform.h"
 #include "station/form_controls.h"
 #include "station/station_network.h"
@@ -33,9 +32,11 @@ class Housekeeping {
     Housekeeping(FormControls& controls, Platform& platform, StationNetwork& network,
                  std::function<HomeStation()> home);
 
+    /// Switches the tick on or off.
     void Start();
     void Stop();
 
+    /// To be filled before Start().
     HousekeepingJobs jobs;
 
   private:

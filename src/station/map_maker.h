@@ -1,7 +1,6 @@
 #pragma once
 // Makes maps from the coastlines that the program brings with it.
 
-#include <functional>
 #include <memory>
 #include <string>
 

@@ -1,7 +1,6 @@
 #include "station/map_view.h"
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "cartography/map_files.h"

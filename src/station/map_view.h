@@ -1,7 +1,6 @@
 #pragma once
 // The map of strikes: its background and geometry, the marks and dots on it, and the commands of its dialog.
 
-#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -16,6 +15,7 @@ namespace veltrix {
 /// Puts the map together, and anew whenever something it stands on has changed. Owned by the form.
 class MapView {
   public:
+    /// What it works with. REQUIRES that all of it outlives this object.
     struct Parts {
         FormControls& controls;
         Platform& platform;
@@ -49,6 +49,7 @@ class MapView {
     /// The map of the selected station is that of the next start.
     void KeepSelectedMap() { dialog_.Keep(parts_.network.Selected().MapFilenamePicture4); }
 
+    /// Opens the dialog.
     void OpenFrame2() { dialog_.Open(); }
 
   private:

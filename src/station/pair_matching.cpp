@@ -72,6 +72,7 @@ void PairMatching::MapUpdateOne(int socket, const Pulse& pulse, bool bRealTime, 
                                              {true, mappers.HomeX, mappers.HomeY, pulse.dDir, pulse.dAmp,
                                               bRealTime ? pulse.dStopwatchTime : pulse.dLocalSample},
                                              pulse.dFitError);
+    Count(fix);
     located = {fix.bLocated, fix.LatitudeLightning, fix.LongitudeLightning};
     bDoNotPlot = fix.bDoNotPlot;
 }
@@ -89,9 +90,16 @@ ClassMapper& PairMatching::MapperOf(int socket) {
 
 StrikeFix PairMatching::MapUpdate(const RemoteDetection& detection) {
     const ClassMapper& row = network_.mappers[detection.row];
-    return locator_.MapUpdate(
+    const StrikeFix fix = locator_.MapUpdate(
         detection.row, detection.socket,
         {false, row.RemoteX, row.RemoteY, detection.dDir, detection.dAmp, detection.dTime}, 0);
+    Count(fix);
+    return fix;
+}
+
+void PairMatching::Count(const StrikeFix& fix) {
+    if (fix.bLocated || fix.bDoNotPlot) pairCount.Count();
+    if (fix.bLocated) locatedCount.Count();
 }
 
 void PairMatching::Tell(const StrikeFix& fix, std::int16_t row) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "detection/consumers.h"
+#include "health/rate_counter.h"
 #include "location/map_update.h"
 #include "station/form_controls.h"
 #include "station/station_network.h"
@@ -33,11 +34,15 @@ class PairMatching final : public StationMatching, public RemoteMatching {
     bool MapUpdateAll(Pulse& pulse, bool bRealTime, Located& located, FailureHandler& failures) override;
     StrikeFix MapUpdate(const RemoteDetection& detection) override;
 
+    RateCounter pairCount;     ///< detections of two stations that belong together
+    RateCounter locatedCount;  ///< pairs whose place went on the map
+
     /// Told of each located strike. May be empty.
     std::function<void(const LocatedStrike&)> OnLocated;
 
   private:
     void MapUpdateOne(int socket, const Pulse& pulse, bool bRealTime, Located& located, bool& bDoNotPlot);
+    void Count(const StrikeFix& fix);
     void ShowCorrelator(int socket);
     ClassMapper& MapperOf(int socket);
     void Tell(const StrikeFix& fix, std::int16_t row);

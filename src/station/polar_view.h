@@ -22,6 +22,7 @@ class PolarView {
     /// Raises what Pictures raises for a file that cannot be read; everything is as it was then.
     void GyrelLoadBackground();
 
+    /// Opens the dialog.
     void OpenFrame3() { dialog_.Open(); }
 
   private:

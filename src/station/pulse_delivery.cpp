@@ -54,6 +54,7 @@ void PulseDelivery::ShowClipping(bool bClipped) {
 bool PulseDelivery::Deliver(const Pulse& finished, FailureHandler& failures) {
     Pulse pulse = finished;
     Located located;
+    strikeCount.Count();
     return HandOn(pulse, failures) && Locate(pulse, located, failures) &&
            WatchAndShow(pulse, located, failures);
 }

@@ -8,6 +8,7 @@
 #include "detection/consumers.h"
 #include "detection/detector.h"
 #include "detection/strike_log.h"
+#include "health/rate_counter.h"
 #include "platform/platform.h"
 #include "station/settings_binding.h"
 #include "timebase/precise_now.h"
@@ -35,7 +36,11 @@ class PulseDelivery final : public PulseReceiver {
     /// REQUIRES the detector that calls this object.
     void Attach(Detector& detector) { detector_ = &detector; }
 
+    /// To be filled before the first detection.
     DetectionConsumers consumers;
+
+    /// Detections delivered.
+    RateCounter strikeCount;
 
     /// As their boxes have set them.
     AmplitudeLimits limits;

@@ -26,7 +26,8 @@ AfterFailure TickFailures::OnFailure(const Failure& failure) {
 
 SampleTick::SampleTick(FormControls& controls, Platform& platform, ErrorReporter& errors,
                        PulseDelivery& delivery, NoiseControl& noise, std::string strVersion)
-    : controls_(controls),
+    : sound(platform.clock),
+      controls_(controls),
       clock_(platform.clock),
       errors_(errors),
       delivery_(delivery),
@@ -73,6 +74,7 @@ void SampleTick::ShowCaption(std::int32_t elapsed) {
 /// False when the tick is to be left.
 bool SampleTick::TakeBlock() {
     const auto process = [this](std::span<const std::int16_t> samples) {
+        sound.Take(samples);
         lSamplesInFile += static_cast<std::int32_t>((samples.size() + 1) / 2);
         return detector_.Process(samples, failures_);
     };
@@ -93,6 +95,7 @@ bool SampleTick::TakeBlock() {
 }
 
 void SampleTick::BeginBlock() {
+    sound.BeginBlock();
     lSamplesInPrevFile = std::exchange(lSamplesInFile, 0);
     const std::int32_t lPrevBlockClock = std::exchange(lBlockClock, lTickClock);
     if (bBlockSeen)

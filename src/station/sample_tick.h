@@ -7,6 +7,7 @@
 
 #include "detection/block_intake.h"
 #include "detection/detector.h"
+#include "health/sound_meter.h"
 #include "platform/platform.h"
 #include "station/pulse_delivery.h"
 #include "timebase/c_stop_watch_mm.h"
@@ -37,7 +38,11 @@ class SampleTick {
     /// One tick. Never runs inside itself: a call while one is running is noted and does nothing.
     void Timer1_Timer();
 
+    /// The detector that takes the samples.
     Detector& TheDetector() { return detector_; }
+
+    /// What came from the recorder.
+    SoundMeter sound;
 
     /// Full name of the block file; empty until the form is loaded.
     std::string sAudioFile;

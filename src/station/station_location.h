@@ -44,6 +44,7 @@ class StationLocation {
     bool bStarted_ = false;
 
   public:
+    /// The parts, for who wires them to the rest of the form.
     RecentData recent;
     LightningDots dots;
     SyncPage sync;

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "location/class_mapper.h"
 #include "location/mod_calc_globe.h"

@@ -2,7 +2,6 @@
 // The station's part in the network, put together.
 
 #include <functional>
-#include <string>
 
 #include "network/client_side.h"
 #include "network/detection_sender.h"

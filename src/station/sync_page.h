@@ -25,6 +25,7 @@ class SyncPage {
     /// The displays with their labels, in the order of the client sockets.
     std::vector<SyncPanel> Panels() const;
 
+    /// The display of the current connection.
     PictureBox& Current() { return *displays_[static_cast<std::size_t>(selection_.ClientIndex)].PicSync; }
 
   private:

@@ -44,6 +44,7 @@ class Bindings final : public QObject {
     /// Runs an action that comes often and is shown with the next frame.
     void ActQuietly(const std::function<void()>& action) { run_(action); }
 
+    /// Who brings changes to the screen.
     Refresher& Screen() { return screen_; }
 
     /// The names of the controls that nothing is bound to.

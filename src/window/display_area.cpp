@@ -7,10 +7,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <string>
 
 #include "window/captions.h"
-#include "window/control_widgets.h"
 #include "window/history_scale.h"
 #include "window/marker_view.h"
 #include "window/palette.h"

@@ -1,7 +1,6 @@
 #pragma once
 // Where each control stands on the tabs and in the groups: a table of rows for every page.
 
-#include <span>
 #include <string_view>
 #include <vector>
 

@@ -16,6 +16,7 @@ class ListView final : public QListWidget {
     /// `hint` stands in an empty list, in grey; `chosen` takes the number of the chosen entry.
     ListView(QString hint, std::function<void(int)> chosen, QWidget* parent = nullptr);
 
+    /// Takes over the entries, the choice, and whether the user may choose.
     void Show(const ListBox& box);
 
     QSize sizeHint() const override;

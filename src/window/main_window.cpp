@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <utility>
 
 #include "window/captions.h"
@@ -10,6 +11,7 @@
 #include "window/page_builder.h"
 #include "window/side_panel.h"
 #include "window/splash_window.h"
+#include "window/status_row.h"
 
 namespace veltrix {
 
@@ -27,8 +29,12 @@ MainWindow::MainWindow(ControlSet& controls, QtEventLoop& loop, const std::strin
       closed_(std::move(closed)) {
     PageBuilder builder(bindings_);
     auto* const whole = new QWidget;
-    auto* const columns = new QHBoxLayout(whole);
-    columns->setContentsMargins(0, 0, 0, 0);
+    auto* const rows = new QVBoxLayout(whole);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    auto* const columns = new QHBoxLayout;
+    rows->addLayout(columns, 1);
+    rows->addWidget(new StatusRow(bindings_));
     columns->addWidget(new DisplayArea(bindings_, builder), 1);
     columns->addWidget(new SidePanel(bindings_, builder));
     setCentralWidget(whole);

@@ -9,6 +9,7 @@
 
 namespace veltrix {
 
+/// The colour of a colour value, for the painter.
 QColor ToColor(ColourValue colour);
 
 /// How well one colour stands out from the other, from 1 to 21 (WCAG 2, contrast ratio).

@@ -11,6 +11,7 @@ namespace veltrix {
 /// view.
 class OutlineView final : public QWidget {
   public:
+    /// What the figure looks like.
     enum class Kind { Rectangle, Circle };
 
     OutlineView(Bindings& bindings, Shape& shape, Kind kind, SurfaceView& view);
@@ -46,6 +47,7 @@ class LineView final : public QWidget {
 /// A small sign that says what kind of map is shown, in its model's fore colour on black.
 class MapSign final : public QWidget {
   public:
+    /// What the sign stands for.
     enum class Kind { Sphere, Flat };
 
     MapSign(Bindings& bindings, Shape& shape, Kind kind);

@@ -5,8 +5,6 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include "window/captions.h"
-
 namespace veltrix {
 
 namespace {

@@ -9,6 +9,8 @@
 #include <memory>
 
 #include "common/failure.h"
+#include "health/status_texts.h"
+#include "window/palette.h"
 #include "window/shown_window.h"
 #include "window/window_message_box.h"
 
@@ -30,6 +32,32 @@ TEST_F(Window, ShowsEveryControlButTheHiddenSurfacesAndCutsNothingOffOnASmallScr
         }
     }
     EXPECT_GE(Widget<QWidget>("Picture1").width(), 400);
+}
+
+TEST_F(Window, TheStatusBarTakesOneLineAndGivesWayToTheDisplays) {
+    Show({960, 540});
+    const int view = Widget<QWidget>("Picture1").width();
+    for (const std::string_view name : StatusLabels) {
+        Label& label = controls.Caption(name);
+        label.SetCaption("! Everything is wrong that can be <b>wrong</b> with a station");
+        label.SetToolTipText("All of it");
+        label.SetForeColor(VerdictColour(Verdict::Watch));
+    }
+    NextFrame();
+    EXPECT_EQ(window->size(), QSize(960, 540));
+    EXPECT_EQ(Widget<QWidget>("Picture1").width(), view);
+    int right = 0;
+    for (const std::string_view name : StatusLabels) {
+        const auto& cell = Widget<QWidget>(name);
+        EXPECT_GE(cell.x(), right) << name;
+        EXPECT_GE(cell.width(), 100) << name;
+        EXPECT_LE(cell.height(), cell.fontMetrics().height() + 2) << name;
+        EXPECT_FALSE(cell.toolTip().isEmpty()) << name;
+        const QPalette colours = cell.palette();
+        EXPECT_GE(Contrast(colours.color(QPalette::Window), colours.color(QPalette::WindowText)), 4.5);
+        right = cell.x() + cell.width();
+    }
+    EXPECT_LE(right, 960);
 }
 
 TEST_F(Window, OneViewIsSeenAtATime) {
