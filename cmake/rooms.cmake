@@ -32,7 +32,6 @@ function(veltrix_program name)
   list(TRANSFORM program_USES PREPEND veltrix_)
   target_link_libraries(${name} PRIVATE veltrix_flags ${program_USES} ${program_LIBRARIES})
   target_compile_definitions(${name} PRIVATE VELTRIX_VERSION="${PROJECT_VERSION}")
-  install(TARGETS ${name} RUNTIME)
 endfunction()
 
 # veltrix_test(NAME SOURCES file... USES room...): one test program, its cases told to ctest one by one.
