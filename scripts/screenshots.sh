@@ -1,18 +1,16 @@
 #!/usr/bin/env bash
-# Writes docs/pictures/*.png: the window of a station that listens to another one, on a screen that nobody sees. First it
-# hears some minutes of the built-in storm as fast as it can, then as they come, for the map. Takes about five minutes once
-# all is built.
+# Writes docs/pictures/*.png: the window of a new station, then of one that hears the built-in storm together with another,
+# on a screen that nobody sees. Takes about five minutes once all is built. The pictures are reduced to 128 colours, for the
+# tree holds small ones only.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 width=1280
 height=800
-storm_seconds=600
-watch_seconds=65
-map_seconds=180
+storm_seconds=240
 
 scripts/setup.sh shots
-scripts/build.sh release veltrix veltrix-ctl veltrix-storm SndInput
+scripts/build.sh release veltrix veltrix-ctl SndInput
 bin=$PWD/build/release/bin
 pictures=$PWD/docs/pictures
 mkdir -p "$pictures"
@@ -23,7 +21,7 @@ veltrix=""
 bravo=""
 cleanup() {
     for program in $veltrix $bravo; do kill "$program" 2>/dev/null || true; done
-    for folder in "$station" "$station/Bravo"; do
+    for folder in "$station" "$station/Bravo" "$station/new"; do
         (cd "$folder" && timeout 15 "$bin/SndInput" /stop /of=audio.dat >/dev/null 2>&1) || true
     done
     [[ -z $screen ]] || kill "$screen" 2>/dev/null || true
@@ -44,42 +42,40 @@ screen=$!
 read -r number <"$station/display"
 export DISPLAY=:$number QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1 XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$station}
 
-# alpha SOURCE: starts the station, in its window.
+# alpha FOLDER ADDRESS: starts a station in its window.
 alpha() {
-    rm -f "$station/control"
-    SNDINPUT_SOURCE=$1 "$bin/veltrix" --dir "$station" --settings "$station/veltrix.ini" --address 127.0.0.1 \
+    SNDINPUT_SOURCE=storm:demo,Alpha "$bin/veltrix" --dir "$1" --settings "$1/veltrix.ini" --address "$2" \
         --recorder "$bin/SndInput" --control "$station/control" --print none >/dev/null &
     veltrix=$!
     until [[ -S $station/control ]]; do sleep 0.2; done
 }
 
-"$bin/veltrix-storm" demo --station Alpha --seconds "$storm_seconds" --out "$station/storm.wav" 2>/dev/null
-SNDINPUT_SOURCE=storm:demo,Bravo "$bin/veltrix" --headless --dir "$station/Bravo" --settings "$station/Bravo/veltrix.ini" \
-    --address 127.0.0.2 --recorder "$bin/SndInput" --print none >/dev/null &
-bravo=$!
-alpha "file:$station/storm.wav;speed=max"
-
 ctl() { "$bin/veltrix-ctl" --control "$station/control" "$@" >/dev/null; }
 shot() {
-    sleep 1 # for the next frame
-    scrot --overwrite "$pictures/$1.png"
+    sleep 1.5 # for the next frame, and the next look of the status bar
+    scrot --overwrite "$station/shot.png"
+    pngquant --force --speed 1 --nofs --output "$pictures/$1.png" 128 "$station/shot.png"
     echo "docs/pictures/$1.png"
 }
 
-sleep "$watch_seconds"
+# A new station, as its user first sees it.
+mkdir "$station/new"
+cp "$station/window.ini" "$station/new"
+alpha "$station/new" 127.0.0.3
+sleep 20 # till the splash is gone, and some strikes have come
+shot new
+ctl quit
+wait "$veltrix"
+
+SNDINPUT_SOURCE=storm:demo,Bravo "$bin/veltrix" --headless --dir "$station/Bravo" --settings "$station/Bravo/veltrix.ini" \
+    --address 127.0.0.2 --recorder "$bin/SndInput" --print none >/dev/null &
+bravo=$!
+alpha "$station" 127.0.0.1
+sleep "$storm_seconds"
 ctl set SSTab3 Gain
 shot polar
 ctl set SSTab1 Remote
 shot remote
-ctl click Picture1 left
-ctl click Picture4 left
-ctl set SSTab1 Internet
-shot history
-ctl quit
-wait "$veltrix"
-
-alpha storm:demo,Alpha
-sleep "$map_seconds"
 ctl click Picture1 left
 ctl set SSTab1 Sync
 shot map

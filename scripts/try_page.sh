@@ -17,7 +17,7 @@ browser=$(command -v chromium || command -v chromium-browser || command -v googl
     exit 64
 }
 
-scripts/setup.sh run
+scripts/setup.sh shots
 scripts/build.sh release veltrix veltrix-ctl veltrix-storm SndInput Bmp2Png
 bin=$PWD/build/release/bin
 scratch=$(mktemp -d)
@@ -67,7 +67,8 @@ shot() {
 }
 
 if [[ -z $pictures ]]; then
-    shot 1280 800 "$PWD/docs/pictures/page.png"
+    shot 1280 800 "$scratch/page.png"
+    pngquant --force --speed 1 --nofs --output docs/pictures/page.png 128 "$scratch/page.png" # the tree holds small pictures only
 else
     mkdir -p "$pictures"
     pictures=$(realpath "$pictures")
