@@ -86,6 +86,7 @@ bool TakePairOption(Arguments& arguments, Options& options) {
 
 void CheckStations(const std::vector<Station>& stations) {
     if (stations.size() != 2) throw WrongUse{"pair: two times --station is needed; --help tells more"};
+    if (stations[0].name == stations[1].name) throw WrongUse{"pair: the two stations have the same name"};
     for (const Station& station : stations)
         if (station.files.empty()) throw WrongUse{"pair: a recording of " + station.name + " is missing"};
     const SitePlace& one = stations[0].place;

@@ -102,9 +102,9 @@ void SoundLevelWindow::Advance(std::int64_t stretch) {
     }
 }
 
-SoundLevel SoundLevelWindow::Last(std::size_t stretches) const {
+SoundLevel SoundLevelWindow::All() const {
     SoundLevel sum;
-    for (std::size_t i = 0; i < stretches; ++i) sum.Add(levels_[(at_ + levels_.size() - i) % levels_.size()]);
+    for (const SoundLevel& level : levels_) sum.Add(level);
     return sum;
 }
 

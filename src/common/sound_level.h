@@ -57,10 +57,8 @@ class SoundLevelWindow {
     /// Adds to the present stretch.
     void Add(const SoundLevel& level) { levels_[at_].Add(level); }
 
-    /// The level of the last `stretches`, the present one included. REQUIRES no more than there are.
-    SoundLevel Last(std::size_t stretches) const;
-    /// That of all of them.
-    SoundLevel All() const { return Last(levels_.size()); }
+    /// The level of all stretches.
+    SoundLevel All() const;
 
   private:
     std::vector<SoundLevel> levels_;

@@ -16,7 +16,7 @@ using Json = nlohmann::ordered_json;
 Json Rounded(double value, int decimals) {
     if (!std::isfinite(value)) return nullptr;
     const double unit = std::pow(10, decimals);
-    return std::round(value * unit) / unit;
+    return std::round(value * unit) / unit + 0.0;  // no minus before a zero
 }
 
 template <class T>

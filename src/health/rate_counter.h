@@ -18,13 +18,13 @@ class RateCounter {
     /// was counted before the first call belongs to its second.
     void Advance(std::int64_t second);
 
-    std::uint64_t LastMinute() const { return minute_; }  ///< in the present second and the 59 before
-    std::uint64_t LastHour() const { return hour_; }      ///< in the present second and the 3599 before
+    std::uint64_t LastMinute() const { return minute_; }  ///< in the present second and the 60 before
+    std::uint64_t LastHour() const { return hour_; }      ///< in the present second and the 3600 before
     std::uint64_t Total() const { return total_; }        ///< since start
 
   private:
-    static constexpr std::size_t Minute = 60;
-    static constexpr std::size_t Hour = 3600;
+    static constexpr std::size_t Minute = 61;
+    static constexpr std::size_t Hour = 3601;
 
     void Step();
 

@@ -1,12 +1,18 @@
 #include "health/sample_rate_meter.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veltrix {
 
 void SampleRateMeter::Block(std::int64_t milliseconds, std::uint64_t frames) {
-    if (count_ > 0 && milliseconds - last_.milliseconds > BreakSeconds * 1000) count_ = 0;
-    last_ = {milliseconds, frames};
+    const std::int64_t gap = milliseconds - last_.milliseconds;
+    if (!std::exchange(hasBegun_, true) || gap > BreakSeconds * 1000) {
+        begun_ = milliseconds;
+        count_ = 0;
+    }
+    last_ = {milliseconds, frames, std::max(gap, BlockJitter)};
+    if (milliseconds - begun_ < SettleSeconds * 1000) return;
     if (count_ > 0 && milliseconds - marks_[newest_].milliseconds < BetweenMarks) return;
     newest_ = (newest_ + 1) % marks_.size();
     marks_[newest_] = last_;
@@ -19,7 +25,7 @@ std::optional<MeasuredRate> SampleRateMeter::Measured() const {
     const double seconds = static_cast<double>(last_.milliseconds - first.milliseconds) / 1000;
     if (seconds < LeastSeconds) return std::nullopt;
     const double rate = static_cast<double>(last_.frames - first.frames) / seconds;
-    return MeasuredRate{rate, rate * 2 * BlockJitter / seconds, seconds};
+    return MeasuredRate{rate, rate * static_cast<double>(first.gap + last_.gap) / 1000 / seconds, seconds};
 }
 
 }  // namespace veltrix

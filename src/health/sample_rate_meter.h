@@ -19,24 +19,28 @@ struct MeasuredRate {
 /// milliseconds of a clock that never goes back and does not wrap.
 class SampleRateMeter {
   public:
-    /// A block is taken: `frames` is the number read before it since start. A break of more than BreakSeconds
-    /// begins the measurement anew, since frames were lost in it.
+    /// A block is taken: `frames` is the number read since start, it included. A break of more than
+    /// BreakSeconds begins the measurement anew, since frames may have been lost in it. What comes in the
+    /// first SettleSeconds is not measured: a recorder hands over what has piled up faster than it was
+    /// recorded.
     void Block(std::int64_t milliseconds, std::uint64_t frames);
 
-    /// What is measured; none in the first LeastSeconds.
+    /// What is measured; none in the first LeastSeconds behind those of settling.
     std::optional<MeasuredRate> Measured() const;
 
     /// The longest pause between blocks, and the shortest measurement that says anything.
     static constexpr int BreakSeconds = 5;
     static constexpr int LeastSeconds = 10;
-    /// Blocks are taken every 100 ms, and come late by that or less unless the computer is busy: this much
-    /// either end of the measurement may be wrong, in seconds.
-    static constexpr double BlockJitter = 0.1;
+    static constexpr int SettleSeconds = 5;
+    /// Blocks are looked for every 100 ms: either end of the measurement may be wrong by that, or by the time
+    /// between two blocks where these are longer. In milliseconds.
+    static constexpr std::int64_t BlockJitter = 100;
 
   private:
     struct Mark {
         std::int64_t milliseconds;
         std::uint64_t frames;
+        std::int64_t gap;  // since the block before, milliseconds; BlockJitter at least
     };
     static constexpr std::int64_t BetweenMarks = 60'000;
 
@@ -44,6 +48,8 @@ class SampleRateMeter {
     std::size_t newest_ = 0;
     std::size_t count_ = 0;
     Mark last_{};
+    bool hasBegun_ = false;
+    std::int64_t begun_ = 0;  // milliseconds of the first block
 };
 
 }  // namespace veltrix

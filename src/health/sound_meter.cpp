@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "common/detection.h"
+
 namespace veltrix {
 
 SoundMeter::SoundMeter(Clock& clock)
@@ -25,6 +27,7 @@ void SoundMeter::Take(std::span<const std::int16_t> samples) {
     frames_ += level.frames;
     clipped_ += level.clippedFrames;
     level_.Add(level);
+    silentFrames_ = level.HasSound() ? 0 : silentFrames_ + level.frames;
 }
 
 SoundHealth SoundMeter::State() {
@@ -38,8 +41,7 @@ SoundHealth SoundMeter::State() {
     SoundHealth state{arriving_, sinceDate_, (now - since_) / 1000, blocks_, frames_, {}, level_.All(),
                       false,     clipped_};
     if (arriving_) state.rate = rate_.Measured();
-    const SoundLevel lately = level_.Last(SilenceSeconds);
-    state.isDigitalSilence = lately.frames > 0 && !lately.HasSound();
+    state.isDigitalSilence = arriving_ && static_cast<double>(silentFrames_) >= SilenceSeconds * SampleRate;
     return state;
 }
 

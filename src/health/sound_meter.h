@@ -20,7 +20,7 @@ struct SoundHealth {
     std::uint64_t frames = 0;     ///< since start
     std::optional<MeasuredRate> rate;
     SoundLevel minute;              ///< of the last 60 s
-    bool isDigitalSilence = false;  ///< nothing but exact zeros came in the last SilenceSeconds, but frames
+    bool isDigitalSilence = false;  ///< the last SilenceSeconds of arriving sound were exact zeros
     std::uint64_t clipped = 0;      ///< frames since start
 };
 
@@ -37,14 +37,14 @@ class SoundMeter {
     /// The present state. REQUIRES to be called once a second, by which the windows move on.
     SoundHealth State();
 
-    /// Without a block for so long, no sound arrives; exact zeros for so long are no sound.
+    /// Without a block for so long, no sound arrives; so much sound of exact zeros is none.
     static constexpr int StillSeconds = 3;
-    static constexpr std::size_t SilenceSeconds = 10;
+    static constexpr int SilenceSeconds = 10;
 
   private:
     Clock& clock_;
     LongTime time_;
-    SoundLevelWindow level_{60};  // seconds
+    SoundLevelWindow level_{61};  // seconds: the present one and those of a minute
     SampleRateMeter rate_;
     bool arriving_ = false;
     std::int64_t since_ = 0;
@@ -54,6 +54,7 @@ class SoundMeter {
     std::uint64_t blocks_ = 0;
     std::uint64_t frames_ = 0;
     std::uint64_t clipped_ = 0;
+    std::uint64_t silentFrames_ = 0;  // exact zeros since the last sample that was none
 };
 
 }  // namespace veltrix

@@ -39,7 +39,7 @@ std::string BytesText(std::uint64_t bytes) {
 }
 
 std::string DbText(double db) {
-    return std::isfinite(db) ? FormatNeutral(db, "0") : "-inf";
+    return std::isfinite(db) ? FormatNeutral(std::round(db) + 0.0, "0") : "-inf";
 }
 
 std::string LevelText(const DetectionLevel& level) {

@@ -1,5 +1,6 @@
 #include "network/detection_sender.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veltrix {
@@ -19,8 +20,14 @@ DetectionSender::DetectionSender(Parts parts)
 void DetectionSender::BroadcastDetection(const Detection& detection) {
     parts_.entries.latestDetection = detection.dDate;
     if (!parts_.hasClientData()) parts_.entries.SendOnlineEntry();
-    queue_.EnqueueSend(DetectionText(detection, parts_.home()));
+    const bool isQueued = queue_.EnqueueSend(DetectionText(detection, parts_.home()));
+    if (!isQueued && HasPeer()) ++dropped_;
     Timer6->SetEnabled(true);
+}
+
+bool DetectionSender::HasPeer() const {
+    return std::ranges::any_of(parts_.sockets.sckServer,
+                               [](const auto& socket) { return socket->State() == SocketState::Connected; });
 }
 
 void DetectionSender::Timer6_Timer() {

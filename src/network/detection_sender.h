@@ -37,13 +37,16 @@ class DetectionSender final : public DetectionBroadcaster {
     void Timer6_Timer() override;
     void CloseStalePing() override { parts_.ping.CloseStalePing(); }
 
-    /// Detections since start that no peer was offered, as too many were waiting.
-    std::uint64_t DroppedLines() const { return queue_.Dropped(); }
+    /// Detections since start that connected peers were not offered, as too many were waiting.
+    std::uint64_t DroppedLines() const { return dropped_; }
 
   private:
+    bool HasPeer() const;
+
     Parts parts_;
     std::unique_ptr<Timer> Timer6;
     SendQueue queue_;
+    std::uint64_t dropped_ = 0;
     std::string line_;          // being sent; empty when there is none
     std::int16_t iCursor_ = 0;  // the next server socket; their number: the line has been offered to all
 };

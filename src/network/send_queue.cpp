@@ -4,14 +4,12 @@
 
 namespace veltrix {
 
-void SendQueue::EnqueueSend(std::string line) {
+bool SendQueue::EnqueueSend(std::string line) {
     const std::size_t next = (write_ + 1) % ring_.size();
-    if (next == read_) {
-        ++dropped_;
-        return;
-    }
+    if (next == read_) return false;
     ring_[write_] = std::move(line);
     write_ = next;
+    return true;
 }
 
 std::optional<std::string> SendQueue::DequeueSend() {

@@ -11,19 +11,15 @@ namespace veltrix {
 /// A ring of 100 places, of which 99 can be filled. Owned by who sends.
 class SendQueue {
   public:
-    /// Puts a line at the end. A line for a full ring is dropped without a word, but counted.
-    void EnqueueSend(std::string line);
+    /// Puts a line at the end. A line for a full ring is dropped without a word; false tells of it.
+    bool EnqueueSend(std::string line);
     /// Takes the first line; none from an empty ring.
     std::optional<std::string> DequeueSend();
-
-    /// Lines dropped since start.
-    std::uint64_t Dropped() const { return dropped_; }
 
   private:
     std::array<std::string, 100> ring_;
     std::size_t write_ = 0;
     std::size_t read_ = 0;
-    std::uint64_t dropped_ = 0;
 };
 
 }  // namespace veltrix

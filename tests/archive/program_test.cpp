@@ -74,7 +74,8 @@ TEST(ReplayProgram, SaysWhatIsWrongAndGoesOnWithTheOtherFiles) {
         {{"pair", "a.wav", "--station", "A:48,9"}, "stands before the first --station"},
         {{"pair", a[0], a[1], a[2]}, "two times --station"},
         {{"pair", a[0], a[1], a[2], "--station", "B:50,12"}, "a recording of B is missing"},
-        {{"pair", a[0], a[1], a[2], a[0], a[1], a[2]}, "stand at the same place"},
+        {{"pair", a[0], a[1], a[2], "--station", "B:48,9", a[2]}, "stand at the same place"},
+        {{"pair", a[0], a[1], a[2], "--station", "A:50,12", a[2]}, "have the same name"},
         {{"pair", "--station", "A:48;9", "a.wav"}, "NAME:LATITUDE,LONGITUDE"},
         {{"pair", "--station", "A:91,9", "a.wav"}, "the latitude of A takes"},
     };

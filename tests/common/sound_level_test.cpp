@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <span>
 
 #include "common/sound_level.h"
@@ -68,8 +67,6 @@ TEST(SoundLevelWindow, ForgetsAfterItsLength) {
     window.Advance(100);
     window.Add(SoundLevel::Of(Samples{3277, 3277}));
     window.Advance(159);
-    EXPECT_EQ(window.Last(59).frames, 0U);
-    EXPECT_EQ(window.Last(59).channels[0].PeakDb(), -std::numeric_limits<double>::infinity());
     EXPECT_NEAR(window.All().channels[0].PeakDb(), -20, 0.01);
     window.Advance(90);  // no clock that counts up does so
     EXPECT_EQ(window.All().frames, 1U);

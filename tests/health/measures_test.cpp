@@ -23,16 +23,16 @@ TEST(RateCounter, CountsTheLastMinuteAndHourToTheSecond) {
         std::int64_t second;
         std::uint64_t minute, hour;
     };
-    for (const Moment& at : {Moment{59, 3, 3}, Moment{60, 0, 3}, Moment{3599, 0, 3}, Moment{3600, 0, 0}}) {
+    for (const Moment& at : {Moment{60, 3, 3}, Moment{61, 0, 3}, Moment{3600, 0, 3}, Moment{3601, 0, 0}}) {
         counter.Advance(1'000'000 + at.second);
         EXPECT_EQ(counter.LastMinute(), at.minute) << at.second;
         EXPECT_EQ(counter.LastHour(), at.hour) << at.second;
     }
     for (int i = 0; i < 100; ++i) {
         counter.Count();
-        counter.Advance(1'003'601 + i);
+        counter.Advance(1'003'602 + i);
     }
-    EXPECT_EQ(counter.LastMinute(), 59U) << "the present second is empty";
+    EXPECT_EQ(counter.LastMinute(), 60U) << "the present second is empty";
     EXPECT_EQ(counter.LastHour(), 100U);
     counter.Advance(9'000'000'000);
     EXPECT_EQ(counter.LastHour(), 0U);
@@ -95,8 +95,8 @@ TEST_F(Sound, TheRateIsMeasuredAcrossTheWrapOfTheCounter) {
     for (const std::int32_t counter : {-30'000, std::numeric_limits<std::int32_t>::max() - 30'000}) {
         clock.SetTimeGetTime(counter);
         fresh.emplace(clock);
-        EXPECT_FALSE(Play(9).rate);
-        const SoundHealth state = Play(120, 22050);
+        EXPECT_FALSE(Play(14).rate);
+        const SoundHealth state = Play(115, 22050);
         ASSERT_TRUE(state.rate);
         EXPECT_NEAR(state.rate->rate, 22050, 0.5);
         EXPECT_EQ(state.secondsAgo, 128);
@@ -109,6 +109,12 @@ TEST_F(Sound, TheRateFollowsWithinAnHourAndBeginsAnewAfterABreak) {
     EXPECT_NEAR(meter.State().rate->seconds, 3600, 61);
     EXPECT_LT(meter.State().rate->uncertainty, 2);
     Pause(6);
+    for (int block = 0; block < 6; ++block) {  // what has piled up comes at once
+        clock.Advance(100);
+        meter.BeginBlock();
+        meter.Take(Samples(2 * 22100));
+    }
+    EXPECT_FALSE(Play(12, 22100).rate);
     EXPECT_NEAR(Play(30, 22100).rate->rate, 22100, 0.5);
 }
 
@@ -118,6 +124,7 @@ TEST_F(Sound, DigitalSilenceIsTenSecondsOfExactZeros) {
     EXPECT_TRUE(Play(3, 22050, {0, 0}).isDigitalSilence);
     EXPECT_FALSE(Play(1, 22050, {0, 1}).isDigitalSilence) << "one antenna is not enough";
     EXPECT_FALSE(Pause(20).isDigitalSilence) << "silence has frames";
+    EXPECT_FALSE(Play(2, 22050, {0, 0}).isDigitalSilence) << "the pause does not count";
 }
 
 }  // namespace

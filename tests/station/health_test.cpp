@@ -82,8 +82,15 @@ TEST_F(Health, TellsWhatIsWrongWithRecorderComputerAndStation) {
 
 TEST_F(Health, CountsLinesThatFindTheQueueFull) {
     Begin();
-    for (int i = 0; i < 104; ++i) station.form.Consumers().broadcaster->BroadcastDetection({});
-    Wait(1);
+    const auto flood = [this] {
+        for (int i = 0; i < 104; ++i) station.form.Consumers().broadcaster->BroadcastDetection({});
+        Wait(5);
+    };
+    flood();
+    EXPECT_EQ(station.Get("lblHealthPeers"), "No peers") << "nobody waits for a line";
+    Peer listener(computer, "10.0.0.8");
+    listener.Visit();
+    flood();
     EXPECT_EQ(station.Get("lblHealthPeers"), "! 5 lines dropped");
 }
 
